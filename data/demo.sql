@@ -1,0 +1,1 @@
+-- The demo deductor loaded on first start.

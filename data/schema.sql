@@ -1,0 +1,3 @@
+-- Tables of TDS Forms. Applied on every connect: every statement must be idempotent.
+
+-- forms tables
