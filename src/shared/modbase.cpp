@@ -3,6 +3,7 @@
 #include "host/ErrorLog.h"
 #include "host/ServiceRegistry.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <climits>
 
@@ -256,7 +257,7 @@ void printCommand(const QString &module, const std::function<void()> &builder)
         CursorGuard()
         {
             if (qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
-                QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+                QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
                 set = true;
             }
         }
