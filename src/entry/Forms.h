@@ -18,6 +18,7 @@ public:
     Forms &operator=(const Forms &) = delete;
 
     QString MyDllVersion() const;          // the literal the host checks, not the file version
+    static QString componentVersion();     // the same literal, without an object
     static QString fileVersion();          // the library's own version
 
     QDialog *Form15H();
