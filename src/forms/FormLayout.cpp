@@ -1,0 +1,78 @@
+#include "forms/FormLayout.h"
+
+#include <QFont>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace FormLayout {
+
+QBoxLayout *centredPanel(QWidget *window, const QString &formNumber, const QString &description, QFrame **frame)
+{
+    auto *outer = new QGridLayout(window);
+    auto *panel = new QFrame(window);
+    panel->setObjectName(QStringLiteral("Frame1"));
+    panel->setFrameShape(QFrame::StyledPanel);
+    panel->setFrameShadow(QFrame::Raised);
+    // Stretchable margins on all four sides keep the panel in the middle.
+    outer->addWidget(panel, 1, 1);
+    outer->setRowStretch(0, 1);
+    outer->setRowStretch(2, 1);
+    outer->setColumnStretch(0, 1);
+    outer->setColumnStretch(2, 1);
+
+    auto *layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(18, 14, 18, 14);
+    layout->setSpacing(10);
+
+    auto *number = new QLabel(formNumber, panel);
+    number->setObjectName(QStringLiteral("lblFormNo"));
+    QFont big = number->font();
+    big.setBold(true);
+    big.setPointSizeF(big.pointSizeF() * 1.25);
+    number->setFont(big);
+    number->setAlignment(Qt::AlignHCenter);
+    layout->addWidget(number);
+
+    auto *heading = new QLabel(description, panel);
+    heading->setObjectName(QStringLiteral("lblHeading"));
+    heading->setWordWrap(true);
+    heading->setAlignment(Qt::AlignHCenter);
+    layout->addWidget(heading);
+
+    auto *rule = new QFrame(panel);
+    rule->setFrameShape(QFrame::HLine);
+    rule->setFrameShadow(QFrame::Sunken);
+    layout->addWidget(rule);
+
+    if (frame)
+        *frame = panel;
+    return layout;
+}
+
+QPushButton *button(QWidget *parent, const char *objectName, const QString &caption)
+{
+    auto *b = new QPushButton(caption, parent);
+    b->setObjectName(QLatin1String(objectName));
+    b->setAutoDefault(false);
+    b->setMinimumWidth(96);
+    return b;
+}
+
+void addButtonRow(QBoxLayout *panel, std::initializer_list<QPushButton *> buttons)
+{
+    auto *rule = new QFrame(panel->parentWidget());
+    rule->setFrameShape(QFrame::HLine);
+    rule->setFrameShadow(QFrame::Sunken);
+    panel->addWidget(rule);
+    auto *row = new QHBoxLayout;
+    row->addStretch(1);
+    for (QPushButton *b : buttons)
+        row->addWidget(b);
+    panel->addLayout(row);
+}
+
+} // namespace FormLayout
