@@ -2,7 +2,7 @@
 
 -- forms tables
 
--- Form 15C: one row per period; the text columns are read and written by position.
+-- Form 15C: one row per period. The text columns are read and written by position.
 CREATE TABLE IF NOT EXISTS Form15C (
   period_code INT NOT NULL,
   AssessingOfficer VARCHAR(255) NULL,
