@@ -3,7 +3,6 @@
 // window that the host shows modally and deletes when it closes.
 #include <QDialog>
 #include <QString>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -50,6 +49,7 @@ public:
         const char *caption;    // statutory name shown to the user
         const char *family;     // group in the host's list
         QDialog *(Forms::*call)();
+        QDialog *(*factory)();  // nothing when the form is not built into this version
     };
     static const std::vector<Operation> &operations();
 
@@ -58,5 +58,5 @@ public:
 
 private:
     Forms();
-    QDialog *make(const char *tag, const std::function<QDialog *()> &factory);
+    QDialog *make(const char *operationName);
 };
