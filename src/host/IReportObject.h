@@ -46,4 +46,8 @@ public:
     virtual void NewSetText(const QString &placeholder, const QString &value) = 0;
     virtual bool SaveMasterFile(const QString &outputPath) = 0;
     virtual void OpenFileOnly(const QString &path) = 0;
+
+    // Where ShowReport puts the files it writes (the data object's vTmpPath); without it
+    // the system's temporary folder.
+    virtual void setTempFolder(const QString &folder) { Q_UNUSED(folder); }
 };
