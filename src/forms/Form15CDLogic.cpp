@@ -5,7 +5,7 @@
 #include "forms/ReportRows.h"
 #include "shared/modbase.h"
 
-using namespace ReportCodes;
+using namespace ReportText;
 
 Form15CDLogic::Form15CDLogic(Kind kind) : m_kind(kind)
 {

@@ -5,7 +5,7 @@
 #include "forms/ReportRows.h"
 #include "shared/modbase.h"
 
-using namespace ReportCodes;
+using namespace ReportText;
 
 QString Form15ILogic::registration(int srNo) const
 {

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <QVariant>
 
-namespace ReportCodes {
+namespace ReportText {
 // Printer control sequences understood by the report object.
 inline const QString boldOn = QStringLiteral("\x1b" "E");
 inline const QString boldOff = QStringLiteral("\x1b" "F");
@@ -15,7 +15,7 @@ inline const QString underlineOff = QStringLiteral("\x1b" "-0");
 inline const QString lineBreak = QStringLiteral("\r\n");
 inline QString bold(const QString &text) { return boldOn + text + boldOff; }
 inline QString underlined(const QString &text) { return underlineOn + text + underlineOff; }
-} // namespace ReportCodes
+} // namespace ReportText
 
 class ReportRows
 {

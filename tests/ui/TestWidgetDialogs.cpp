@@ -1,0 +1,106 @@
+#include "TestRegistry.h"
+#include "ui/FormWindow.h"
+#include "ui/WidgetDialogs.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <functional>
+
+namespace {
+// Runs check on the modal box once it is up, then presses the given button.
+void whenModalAppears(const std::function<void(QWidget *)> &check)
+{
+    auto *timer = new QTimer;
+    timer->setInterval(10);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, check] {
+        if (QWidget *modal = QApplication::activeModalWidget()) {
+            timer->stop();
+            timer->deleteLater();
+            check(modal);
+        }
+    });
+    timer->start();
+}
+} // namespace
+
+class TestWidgetDialogs : public QObject
+{
+    Q_OBJECT
+private slots:
+    void exitQuestionIsAYesNoBoxWithTheExclamationIcon_data()
+    {
+        QTest::addColumn<bool>("yes");
+        QTest::newRow("No keeps the window") << false;
+        QTest::newRow("Yes closes it") << true;
+    }
+    void exitQuestionIsAYesNoBoxWithTheExclamationIcon()
+    {
+        QFETCH(bool, yes);
+        FormWindow window;
+        auto *layout = new QVBoxLayout(&window);
+        auto *edit = new QLineEdit(&window);
+        layout->addWidget(edit);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        edit->setFocus();
+
+        QString text, title;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QMessageBox::StandardButtons buttons;
+        whenModalAppears([&](QWidget *modal) {
+            auto *box = qobject_cast<QMessageBox *>(modal);
+            if (!box)
+                return;
+            text = box->text();
+            title = box->windowTitle();
+            icon = box->icon();
+            buttons = box->standardButtons();
+            box->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        });
+        QTest::keyClick(edit, Qt::Key_Escape);
+
+        QCOMPARE(text, QStringLiteral("Do you want to exit ?"));
+        QCOMPARE(title, QStringLiteral("TDS Forms"));
+        QCOMPARE(icon, QMessageBox::Warning);
+        QCOMPARE(buttons, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(window.isVisible(), !yes);
+    }
+
+    void inputReturnsTheTextOrNothingOnCancel_data()
+    {
+        QTest::addColumn<bool>("accept");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("accepted") << true << QStringLiteral("2024-25");
+        QTest::newRow("cancelled") << false << QString();
+    }
+    void inputReturnsTheTextOrNothingOnCancel()
+    {
+        QFETCH(bool, accept);
+        QFETCH(QString, expected);
+        WidgetDialogs dialogs;
+        QString title;
+        whenModalAppears([&](QWidget *modal) {
+            auto *box = qobject_cast<QInputDialog *>(modal);
+            if (!box)
+                return;
+            title = box->windowTitle();
+            if (accept) {
+                box->setTextValue(QStringLiteral("2024-25"));
+                box->accept();
+            } else {
+                box->reject();
+            }
+        });
+        QCOMPARE(dialogs.input(QStringLiteral("Year"), QString(), QStringLiteral("2023-24")), expected);
+        QCOMPARE(title, QStringLiteral("TDS Forms"));
+    }
+};
+
+TDS_TEST(TestWidgetDialogs)
+#include "TestWidgetDialogs.moc"
