@@ -171,6 +171,10 @@ void ReportLayoutTest::rows_data()
         << QList<Row>{{{"L", "C", "R"}, {26, 26, 26}, {0, 1, 2}, ""}}
         << QStringList{at({{0, "L"}, {38, "C"}, {77, "R"}})};
 
+    QTest::newRow("unbordered neighbours keep a blank between them")
+        << QList<Row>{{{"ABCDEFGHIJ KLM", "XYZ"}, {10, 10}, {0, 0}, ""}}
+        << QStringList{"ABCDEFGHI XYZ", "J KLM"};
+
     QTest::newRow("underline codes dropped")
         << QList<Row>{{{"Financial Year " + U + "2023-24" + u}, {78}, {0}, ""}}
         << QStringList{"Financial Year 2023-24"};

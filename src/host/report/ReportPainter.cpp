@@ -23,24 +23,24 @@ struct Metrics
     double ascent = 0;
     double underlinePos = 0;
     QFont fonts[2];      // regular, bold
+    double stretch[2] = {1.0, 1.0};
 };
 
-QFont fittedFont(QFont font, double cellWidth, QPaintDevice *device)
+// The largest size whose characters fit one grid cell, and the horizontal stretch that
+// makes them exactly one cell wide (glyph advances come in whole-pixel sizes only).
+QFont fittedFont(QFont font, double cellWidth, QPaintDevice *device, double *stretch)
 {
-    int pixels = std::max(1, int(cellWidth / 0.6));
-    font.setPixelSize(pixels);
-    double advance = QFontMetricsF(font, device).horizontalAdvance(QLatin1Char('M'));
-    if (advance > 0) {
-        pixels = std::max(1, int(std::floor(pixels * cellWidth / advance)));
+    const auto advanceAt = [&](int pixels) {
         font.setPixelSize(pixels);
-        advance = QFontMetricsF(font, device).horizontalAdvance(QLatin1Char('M'));
-    }
-    while (advance > cellWidth && pixels > 1) {
-        font.setPixelSize(--pixels);
-        advance = QFontMetricsF(font, device).horizontalAdvance(QLatin1Char('M'));
-    }
-    // the remainder goes between letters, so every character sits on its grid position
-    font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(0.0, cellWidth - advance));
+        return QFontMetricsF(font, device).horizontalAdvance(QLatin1Char('M'));
+    };
+    int pixels = std::max(1, int(cellWidth / 0.6));
+    while (pixels > 1 && advanceAt(pixels) > cellWidth)
+        --pixels;
+    while (advanceAt(pixels + 1) <= cellWidth)
+        ++pixels;
+    const double advance = advanceAt(pixels);
+    *stretch = advance > 0 ? cellWidth / advance : 1.0;
     return font;
 }
 
@@ -58,7 +58,7 @@ Metrics metricsFor(QPaintDevice *device, int columns)
     for (int bold = 0; bold < 2; ++bold) {
         QFont f = base;
         f.setBold(bold != 0);
-        m.fonts[bold] = fittedFont(f, m.cellWidth, device);
+        m.fonts[bold] = fittedFont(f, m.cellWidth, device, &m.stretch[bold]);
     }
     const QFontMetricsF fm(m.fonts[0], device);
     m.underlinePos = fm.underlinePos();
@@ -136,8 +136,13 @@ private:
             QString word;
             for (int k = i; k < end; ++k)
                 word.append(shown(k));
-            m_painter.setFont(m_m.fonts[first.bold ? 1 : 0]);
-            m_painter.drawText(QPointF(i * m_m.cellWidth, m_y + m_m.ascent), word);
+            const int weight = first.bold ? 1 : 0;
+            m_painter.save();
+            m_painter.translate(i * m_m.cellWidth, m_y + m_m.ascent);
+            m_painter.scale(m_m.stretch[weight], 1.0);
+            m_painter.setFont(m_m.fonts[weight]);
+            m_painter.drawText(QPointF(0, 0), word);
+            m_painter.restore();
             i = end;
         }
         // underlines as lines, so they run on under the blanks between words

@@ -529,9 +529,10 @@ bool RtfDocument::insertRows(int table, int rowPosition, int count)
     for (int c = 0, cells = blank.columnCount(1, 0); c < cells; ++c)
         blank.setCellText(1, 0, c, QString());
 
+    const bool marksLast = m_rtf.mid(rows.first().start, rows.last().end - rows.first().start).contains("\\lastrow");
     const int at = rowPosition < rows.size() ? model.start : rows.last().end;
     m_rtf.insert(at, blank.m_rtf.repeated(count));
-    renumberRows(table);
+    renumberRows(table, marksLast);
     return true;
 }
 
@@ -542,13 +543,16 @@ bool RtfDocument::deleteRow(int table, int rowPosition)
     const Row *r = findRow(tables, table, rowPosition);
     if (!r)
         return false;
+    const QList<Row> &rows = tables.at(table - 1).rows;
+    const bool marksLast = m_rtf.mid(rows.first().start, rows.last().end - rows.first().start).contains("\\lastrow");
     const QByteArray filler = delimitAfter(tokens, r->firstToken, r->start, QByteArray());
     m_rtf.replace(r->start, r->end - r->start, filler);
-    renumberRows(table);
+    if (rows.size() > 1)   // else the table is gone and the number belongs to the next one
+        renumberRows(table, marksLast);
     return true;
 }
 
-void RtfDocument::renumberRows(int table)
+void RtfDocument::renumberRows(int table, bool marksLast)
 {
     // Word numbers the rows of a table (\irow, \irowband) and marks the last one (\lastrow);
     // keep that true after rows came and went.
@@ -557,11 +561,6 @@ void RtfDocument::renumberRows(int table)
     if (table < 1 || table > tables.size())
         return;
     const QList<Row> &rows = tables.at(table - 1).rows;
-    bool marksLast = false;
-    for (const Row &row : rows) {
-        for (int t = row.firstToken; t <= row.lastToken; ++t)
-            marksLast = marksLast || isWord(tokens.at(t), "lastrow");
-    }
     QList<Edit> edits;
     for (int k = 0; k < rows.size(); ++k) {
         const Row &row = rows.at(k);

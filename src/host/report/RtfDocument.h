@@ -67,7 +67,8 @@ private:
     };
     QList<Table> scanTables(const QList<RtfToken> &tokens) const;
     const Row *findRow(const QList<Table> &tables, int table, int row) const;
-    void renumberRows(int table);
+    // marksLast: the table's last row carried \lastrow before the edit
+    void renumberRows(int table, bool marksLast);
 
     QByteArray m_rtf;
 };
