@@ -2,6 +2,8 @@
 
 #include "JsonRuntimeError.h"
 
+#include <QSet>
+
 namespace {
 
 const QStringView CrLf(u"\r\n");
@@ -161,6 +163,9 @@ JsonValue JsonParser::parseObject()
     if (!enter())
         return JsonValue(std::move(dict));
     ++m_pos;
+    const size_t base = m_members.size();
+    QSet<QString> seen;  // only for large objects; a scan is faster below that
+    constexpr size_t ScanLimit = 16;
     while (!m_aborted) {
         skipBlanks();
         if (!atEnd() && current() == u'}') {
@@ -185,11 +190,28 @@ JsonValue JsonParser::parseObject()
             m_failure.clear();
             break;
         }
-        if (!dict->add(key, std::move(value))) {
+        const size_t count = m_members.size() - base;
+        bool duplicate = false;
+        if (count < ScanLimit) {
+            for (size_t i = base; i < m_members.size() && !duplicate; ++i)
+                duplicate = m_members[i].first == key;
+        } else {
+            if (seen.isEmpty()) {
+                for (size_t i = base; i < m_members.size(); ++i)
+                    seen.insert(m_members[i].first);
+            }
+            duplicate = seen.contains(key);
+            if (!duplicate)
+                seen.insert(key);
+        }
+        if (duplicate) {
             appendError(JsonDictionary::duplicateKeyDescription(), u": ", key);
             break;
         }
+        m_members.emplace_back(std::move(key), std::move(value));
     }
+    dict->adopt(m_members.data() + base, m_members.data() + m_members.size());
+    m_members.resize(base);
     --m_depth;
     return JsonValue(std::move(dict));
 }
@@ -205,6 +227,7 @@ JsonValue JsonParser::parseArray()
     if (!enter())
         return JsonValue(std::move(list));
     ++m_pos;
+    const size_t base = m_values.size();
     while (!m_aborted) {
         skipBlanks();
         if (!atEnd() && current() == u']') {
@@ -229,17 +252,55 @@ JsonValue JsonParser::parseArray()
             m_failure.clear();
             break;
         }
-        list->add(std::move(value));
+        m_values.push_back(std::move(value));
         // An invalid literal leaves the position where it was; reading it again would
         // never end.
         if (m_pos == before)
             break;
     }
+    list->m_items.assign(std::make_move_iterator(m_values.begin() + qsizetype(base)),
+                         std::make_move_iterator(m_values.end()));
+    m_values.resize(base);
     --m_depth;
     return JsonValue(std::move(list));
 }
 
+QString JsonParser::intern(QStringView key)
+{
+    if (key.size() > 32)
+        return key.toString();
+    quint32 h = 2166136261u;
+    for (QChar c : key)
+        h = (h ^ c.unicode()) * 16777619u;
+    QString &slot = m_keys[h % m_keys.size()];
+    if (slot != key)
+        slot = key.toString();
+    return slot;
+}
+
 QString JsonParser::parseKey()
+{
+    // The usual key: one quoted part followed by ":".
+    const qsizetype start = m_pos;
+    if (start < m_size && (m_text[start] == u'"' || m_text[start] == u'\'')) {
+        const QChar quote = m_text[start];
+        qsizetype close = start + 1;
+        while (close < m_size && m_text[close] != quote)
+            ++close;
+        if (close < m_size) {
+            m_pos = close + 1;
+            skipBlanks();
+            if (!atEnd() && current() == u':') {
+                ++m_pos;
+                return intern(QStringView(m_text + start + 1, close - start - 1));
+            }
+        }
+        m_pos = start;
+    }
+    return parseKeySlow();
+}
+
+QString JsonParser::parseKeySlow()
 {
     QString key;
     while (m_pos < m_size) {

@@ -7,6 +7,9 @@
 #include <QString>
 #include <QStringView>
 
+#include <array>
+#include <vector>
+
 class JsonParser
 {
 public:
@@ -26,6 +29,8 @@ private:
     JsonValue parseObject();
     JsonValue parseArray();
     QString parseKey();
+    QString parseKeySlow();
+    QString intern(QStringView key);
     QString parseString();
     JsonValue parseNumber();
     JsonValue parseBoolean();
@@ -48,6 +53,11 @@ private:
     QString m_failure;  // description of a value that could not be converted
     QString m_errors;
     cStringBuilder m_builder;
+    // Members of the containers being built, handed over in one piece when each closes.
+    std::vector<JsonValue> m_values;
+    std::vector<JsonDictionary::Item> m_members;
+    // Keys repeat from object to object; share one copy of each recent one.
+    std::array<QString, 512> m_keys;
 };
 
 // Parses with a module-wide error text, read afterwards with ParserErrors().

@@ -73,6 +73,21 @@ bool JsonDictionary::add(QString key, JsonValue value)
     return true;
 }
 
+void JsonDictionary::adopt(Item *first, Item *last)
+{
+    m_items.reserve(m_items.size() + size_t(last - first));
+    for (; first != last; ++first) {
+        if (m_items.size() + 1 >= size_t(IndexFrom)) {
+            if (m_index.isEmpty()) {
+                for (size_t i = 0; i < m_items.size(); ++i)
+                    m_index.insert(m_items[i].first, qsizetype(i));
+            }
+            m_index.insert(first->first, count());
+        }
+        m_items.push_back(std::move(*first));
+    }
+}
+
 void JsonDictionary::set(const QString &key, JsonValue value)
 {
     const qsizetype i = indexOf(key);

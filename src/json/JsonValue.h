@@ -84,7 +84,9 @@ public:
     static QString duplicateKeyDescription();
 
 private:
+    friend class JsonParser;  // hands over members it has already checked
     qsizetype indexOf(QStringView key) const;
+    void adopt(Item *first, Item *last);
 
     static constexpr qsizetype IndexFrom = 16;  // below this a scan beats hashing
     std::vector<Item> m_items;
@@ -108,5 +110,6 @@ public:
     void reserve(qsizetype n) { m_items.reserve(size_t(n)); }
 
 private:
+    friend class JsonParser;
     std::vector<JsonValue> m_items;
 };
