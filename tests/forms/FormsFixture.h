@@ -1,0 +1,77 @@
+#pragma once
+// Shared set-up of the forms tests: a fresh database with one deductor selected, the real
+// data object and (unless a test installs the recorder) the real report object.
+#include "TestDatabase.h"
+#include "host/IDataObject.h"
+#include "host/ServiceRegistry.h"
+#include "shared/modbase.h"
+
+#include <QStringList>
+#include <QTest>
+
+namespace FormsFixture {
+
+inline const QString deductor = QStringLiteral("D15");
+
+// Deductor D15: the bank "O'NEIL BANK LTD", its principal officer and his address.
+inline bool addDeductor(IDataObject &d)
+{
+    return d.ConQuery(QStringLiteral(
+               "Insert into Main_Info (Code_No, Name, Tanno, panno, city, Resp_Name, Resp_FName, Resp_Flat, "
+               "Resp_Street, Resp_City, Resp_PIN, FormPlace, FormDate) Values ('D15', 'O''NEIL BANK LTD', "
+               "'MUMO12345A', 'AAACO1234B', 'MUMBAI', 'RAVI KUMAR', 'SURESH KUMAR', '12 HILL VIEW', "
+               "'MG ROAD', 'PUNE', '411001', 'PUNE', '15/06/2024')"))
+        && d.ConQuery(QStringLiteral("Insert into Main_Info_oth (code_no, Name, ward) Values ('D15', "
+                                     "'O''NEIL BANK LTD', 'WARD 3(2)')"));
+}
+
+// Starts the services on a fresh database and selects D15 for 2024-25.
+inline bool start(QString *error)
+{
+    if (!TestDatabase::setUp(error))
+        return false;
+    ServiceRegistry::registerBuiltins();
+    modbase::resetForTests();
+    if (!modbase::Main()) {
+        *error = modbase::mainError();
+        return false;
+    }
+    IDataObject *d = modbase::dataObject();
+    if (!d->isConnected() && !d->connect()) {
+        *error = d->lastError();
+        return false;
+    }
+    if (!addDeductor(*d)) {
+        *error = d->lastError();
+        return false;
+    }
+    d->setCodeno(deductor);
+    d->setAsYear(QStringLiteral("2024-25"));
+    return true;
+}
+
+// Every row of a statement as texts, fields joined by '|'.
+inline QStringList rows(const QString &sql)
+{
+    IDataObject *d = modbase::dataObject();
+    Recordset rs;
+    QStringList out;
+    if (!d->RecordsetQuery(rs, sql, d->cnnobj(), 3, 3, 1))
+        return {QStringLiteral("<failed: %1>").arg(d->lastError())};
+    for (; !rs.isEOF(); rs.moveNext()) {
+        QStringList fields;
+        for (int i = 0; i < rs.fieldCount(); ++i)
+            fields << rs.text(i);
+        out << fields.join(QLatin1Char('|'));
+    }
+    return out;
+}
+
+} // namespace FormsFixture
+
+#define FORMS_START()                                   \
+    do {                                                \
+        QString formsError_;                            \
+        if (!FormsFixture::start(&formsError_))         \
+            QFAIL(qPrintable(formsError_));             \
+    } while (false)
