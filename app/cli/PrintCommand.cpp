@@ -1,11 +1,9 @@
 #include "PrintCommand.h"
 
+#include "CliContext.h"
+
 #include "forms/StoredFormPrint.h"
 #include "shared/modbase.h"
-
-#include <QRegularExpression>
-#include <QTextStream>
-#include <cstdio>
 
 namespace {
 
@@ -16,10 +14,10 @@ QString usage()
 
 int fail(const QString &message, bool withUsage = false)
 {
-    QTextStream err(stderr);
-    err << "tdsforms-cli print: " << message << '\n';
+    cli::err() << "tdsforms-cli print: " << message << '\n';
     if (withUsage)
-        err << usage() << '\n';
+        cli::err() << usage() << '\n';
+    cli::err().flush();
     return withUsage ? 2 : 1;
 }
 
@@ -80,18 +78,15 @@ int cmdPrint(const QStringList &argsIn)
                     true);
     if (deductor.isEmpty())
         return fail(QStringLiteral("--deductor is required"), true);
-    static const QRegularExpression yearPattern(QStringLiteral("^\\d{4}-\\d{2}$"));
-    if (!yearPattern.match(year).hasMatch())
-        return fail(QStringLiteral("--year must look like 2024-25"), true);
+    if (!cli::isAssessmentYear(year))
+        return fail(QStringLiteral("\"%1\" is not an assessment year such as 2024-25").arg(year), true);
     if (text == !pdfPath.isEmpty())
         return fail(QStringLiteral("give exactly one of --text and --pdf FILE"), true);
 
-    if (!modbase::Main())
-        return fail(modbase::mainError());
-    IDataObject *data = modbase::dataObject();
+    IDataObject *data = cli::startServices();
+    if (!data)
+        return 1;
     IReportObject *report = modbase::reportObject();
-    if (!data->isConnected() && !data->connect())
-        return fail(QStringLiteral("cannot open the database: %1").arg(data->lastError()));
     if (!deductorExists(*data, deductor))
         return fail(QStringLiteral("unknown deductor %1").arg(deductor));
 
@@ -103,9 +98,8 @@ int cmdPrint(const QStringList &argsIn)
         return fail(QStringLiteral("the report could not be built (see the error log)"));
 
     if (text) {
-        QTextStream out(stdout);
-        out << report->reportText();
-        out.flush();
+        cli::out() << report->reportText();
+        cli::out().flush();
         return 0;
     }
     if (!report->exportPdf(pdfPath))
