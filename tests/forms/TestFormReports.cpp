@@ -14,8 +14,6 @@ QStringList printed(const std::function<void()> &build)
     r->NewReport();
     build();
     QStringList lines = r->reportText().split(QLatin1Char('\n'));
-    if (qEnvironmentVariableIsSet("TDS_DUMP_REPORTS"))
-        qInfo().noquote() << r->reportText();
     while (!lines.isEmpty() && lines.last().isEmpty())
         lines.removeLast();
     return lines;
@@ -278,24 +276,6 @@ private slots:
         const QString text = r->reportText();
         QVERIFY(text.contains(QStringLiteral("ASSESSING OFFICER O'HARA")));
         QVERIFY(!text.contains(QStringLiteral("LEFT OVER")));
-    }
-
-    void formNamesOfThePrintCommand_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("form");
-        QTest::newRow("15c") << QStringLiteral("15c") << int(StoredFormPrint::Form::F15C);
-        QTest::newRow("15D") << QStringLiteral("15D") << int(StoredFormPrint::Form::F15D);
-        QTest::newRow("15i") << QStringLiteral("15i") << int(StoredFormPrint::Form::F15I);
-        QTest::newRow("15g") << QStringLiteral("15g") << -1;
-        QTest::newRow("empty") << QString() << -1;
-    }
-    void formNamesOfThePrintCommand()
-    {
-        QFETCH(QString, name);
-        QFETCH(int, form);
-        const auto parsed = StoredFormPrint::parseForm(name);
-        QCOMPARE(parsed ? int(*parsed) : -1, form);
     }
 };
 
