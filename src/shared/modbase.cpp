@@ -66,6 +66,8 @@ bool Main()
         return false;
     }
     s.error.clear();
+    // Previews and filled templates go to the host's temporary folder.
+    s.report->setTempFolder(s.data->vTmpPath());
     return true;
 }
 

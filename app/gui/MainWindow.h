@@ -1,0 +1,47 @@
+#pragma once
+// The host window: choose the deductor and the assessment year, open a form.
+#include "entry/Forms.h"
+#include "json/Dialogs.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class IDataObject;
+class QComboBox;
+class QLineEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QLabel;
+
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    MainWindow(IDataObject *data, std::unique_ptr<Forms> component, QWidget *parent = nullptr);
+
+    // Fills the deductor list from Main_Info; selects the given code when present.
+    void reloadDeductors(const QString &select = QString());
+    // Opens the form of the operation, modally. False when it is not available or the
+    // selection is incomplete (the user has been told why).
+    bool openForm(const QString &operationName);
+    // Tests answer the window's messages themselves; null restores the message boxes.
+    void setDialogs(Dialogs *dialogs);
+
+private:
+    void buildUi();
+    void fillFormList();
+    bool applySelection();
+    void onFormActivated(QTreeWidgetItem *item);
+    void onNewDeductor();
+    void onEditDeductor();
+    void updateStatus();
+
+    IDataObject *m_data;
+    std::unique_ptr<Dialogs> m_ownDialogs;
+    Dialogs *m_dialogs = nullptr;
+    std::unique_ptr<Forms> m_component;
+    QComboBox *m_deductor = nullptr;
+    QLineEdit *m_year = nullptr;
+    QTreeWidget *m_forms = nullptr;
+    QLabel *m_status = nullptr;
+};
