@@ -1,5 +1,151 @@
 -- Tables of TDS Forms. Applied on every connect: every statement must be idempotent.
 
+-- host master tables
+
+-- One key per deductor and assessment year; every form row is stored under it.
+CREATE TABLE IF NOT EXISTS Period_Det_Oth (
+  Period_Code INT NOT NULL,
+  Code_No VARCHAR(20) NOT NULL,
+  AsYear VARCHAR(7) NOT NULL,
+  PRIMARY KEY (Period_Code),
+  UNIQUE KEY uq_period_det_oth (Code_No, AsYear)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- The deductor (one row each) and its responsible person.
+CREATE TABLE IF NOT EXISTS Main_Info (
+  Code_No VARCHAR(20) NOT NULL,
+  Name VARCHAR(150) NOT NULL DEFAULT '',
+  Tanno VARCHAR(10) NOT NULL DEFAULT '',
+  panno VARCHAR(10) NOT NULL DEFAULT '',
+  Branch VARCHAR(75) NOT NULL DEFAULT '',
+  flat VARCHAR(50) NOT NULL DEFAULT '',
+  building VARCHAR(50) NOT NULL DEFAULT '',
+  street VARCHAR(50) NOT NULL DEFAULT '',
+  area VARCHAR(50) NOT NULL DEFAULT '',
+  city VARCHAR(50) NOT NULL DEFAULT '',
+  State VARCHAR(60) NOT NULL DEFAULT '',
+  PIN VARCHAR(6) NOT NULL DEFAULT '',
+  Phone_Nos VARCHAR(50) NOT NULL DEFAULT '',
+  Email VARCHAR(100) NOT NULL DEFAULT '',
+  Email1 VARCHAR(100) NOT NULL DEFAULT '',
+  Mobile VARCHAR(15) NOT NULL DEFAULT '',
+  Mobile1 VARCHAR(15) NOT NULL DEFAULT '',
+  Resp_Name VARCHAR(100) NOT NULL DEFAULT '',
+  Resp_FName VARCHAR(100) NOT NULL DEFAULT '',
+  Resp_Desig VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_Pan VARCHAR(10) NOT NULL DEFAULT '',
+  Resp_Mobile VARCHAR(15) NOT NULL DEFAULT '',
+  Resp_Email VARCHAR(100) NOT NULL DEFAULT '',
+  Resp_Flat VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_Building VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_Street VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_Area VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_City VARCHAR(50) NOT NULL DEFAULT '',
+  Resp_State VARCHAR(60) NOT NULL DEFAULT '',
+  Resp_PIN VARCHAR(6) NOT NULL DEFAULT '',
+  FormPlace VARCHAR(50) NOT NULL DEFAULT '',
+  FormDate VARCHAR(10) NOT NULL DEFAULT '',
+  PRIMARY KEY (Code_No)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- The deductor as an assessee: status, date of birth or incorporation, jurisdiction.
+CREATE TABLE IF NOT EXISTS Main_Info_oth (
+  code_no VARCHAR(20) NOT NULL,
+  Name VARCHAR(150) NOT NULL DEFAULT '',
+  panno VARCHAR(10) NOT NULL DEFAULT '',
+  status VARCHAR(2) NOT NULL DEFAULT '',
+  dob VARCHAR(10) NOT NULL DEFAULT '',
+  flat VARCHAR(50) NOT NULL DEFAULT '',
+  building VARCHAR(50) NOT NULL DEFAULT '',
+  street VARCHAR(50) NOT NULL DEFAULT '',
+  area VARCHAR(50) NOT NULL DEFAULT '',
+  city VARCHAR(50) NOT NULL DEFAULT '',
+  State VARCHAR(60) NOT NULL DEFAULT '',
+  PIN VARCHAR(6) NOT NULL DEFAULT '',
+  Phone_Nos VARCHAR(50) NOT NULL DEFAULT '',
+  Email VARCHAR(100) NOT NULL DEFAULT '',
+  ward VARCHAR(100) NOT NULL DEFAULT '',
+  asofficer VARCHAR(100) NOT NULL DEFAULT '',
+  resident_status VARCHAR(20) NOT NULL DEFAULT '',
+  PRIMARY KEY (code_no)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Quarterly periods of a deductor-year (period-based forms such as 15J).
+CREATE TABLE IF NOT EXISTS Period_Master (
+  Period_Code INT NOT NULL,
+  Code_No VARCHAR(20) NOT NULL,
+  AsYear VARCHAR(7) NOT NULL,
+  Quarter VARCHAR(2) NOT NULL,
+  PRIMARY KEY (Period_Code),
+  UNIQUE KEY uq_period_master (Code_No, AsYear, Quarter)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Status of an assessee; the codes are the fourth letter of a PAN.
+CREATE TABLE IF NOT EXISTS Status_Master (
+  Status_Code VARCHAR(2) NOT NULL,
+  Status_Desc VARCHAR(60) NOT NULL,
+  PRIMARY KEY (Status_Code)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+INSERT IGNORE INTO Status_Master (Status_Code, Status_Desc) VALUES
+  ('P', 'Individual'),
+  ('H', 'Hindu Undivided Family'),
+  ('F', 'Firm'),
+  ('A', 'Association of Persons'),
+  ('B', 'Body of Individuals'),
+  ('L', 'Local Authority'),
+  ('J', 'Artificial Juridical Person'),
+  ('C', 'Company'),
+  ('G', 'Government'),
+  ('T', 'Trust');
+
+-- States and union territories with the host's codes (the GST state codes).
+CREATE TABLE IF NOT EXISTS State_Master (
+  State_Code VARCHAR(2) NOT NULL,
+  State_Name VARCHAR(60) NOT NULL,
+  PRIMARY KEY (State_Code),
+  UNIQUE KEY uq_state_name (State_Name)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+INSERT IGNORE INTO State_Master (State_Code, State_Name) VALUES
+  ('01', 'JAMMU & KASHMIR'),
+  ('02', 'HIMACHAL PRADESH'),
+  ('03', 'PUNJAB'),
+  ('04', 'CHANDIGARH'),
+  ('05', 'UTTARAKHAND'),
+  ('06', 'HARYANA'),
+  ('07', 'DELHI'),
+  ('08', 'RAJASTHAN'),
+  ('09', 'UTTAR PRADESH'),
+  ('10', 'BIHAR'),
+  ('11', 'SIKKIM'),
+  ('12', 'ARUNACHAL PRADESH'),
+  ('13', 'NAGALAND'),
+  ('14', 'MANIPUR'),
+  ('15', 'MIZORAM'),
+  ('16', 'TRIPURA'),
+  ('17', 'MEGHALAYA'),
+  ('18', 'ASSAM'),
+  ('19', 'WEST BENGAL'),
+  ('20', 'JHARKHAND'),
+  ('21', 'ODISHA'),
+  ('22', 'CHHATTISGARH'),
+  ('23', 'MADHYA PRADESH'),
+  ('24', 'GUJARAT'),
+  ('25', 'DAMAN & DIU'),
+  ('26', 'DADRA & NAGAR HAVELI AND DAMAN & DIU'),
+  ('27', 'MAHARASHTRA'),
+  ('29', 'KARNATAKA'),
+  ('30', 'GOA'),
+  ('31', 'LAKHSWADEEP'),
+  ('32', 'KERALA'),
+  ('33', 'TAMILNADU'),
+  ('34', 'PUDUCHERRY'),
+  ('35', 'ANDAMAN AND NICOBAR ISLANDS'),
+  ('36', 'TELANGANA'),
+  ('37', 'ANDHRA PRADESH'),
+  ('38', 'LADAKH');
+
 -- forms tables
 
 -- Form 15C: one row per period. The text columns are read and written by position.

@@ -1,6 +1,9 @@
 #pragma once
 // A client-side recordset: the whole result is fetched when it opens, then navigated.
-// Fields by position (0-based) and by name (case-insensitive); SQL NULL is a null QVariant.
+// Fields by position (0-based) and by name (case-insensitive); SQL NULL is a null QVariant
+// of the column's type (isNull() true, isValid() true); out of range gives an invalid one.
+// Integers come as qlonglong, DECIMAL and floating columns as double, DATE as QDate,
+// DATETIME/TIMESTAMP as QDateTime, binary columns as QByteArray, the rest as QString.
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -40,8 +43,10 @@ public:
     QString text(int index) const;                    // null as empty text
     QString text(const QString &name) const;
 
-    // "Column=value", "Column='text'", operators = <> < > <= >=; searches forward from the
-    // current row (inclusive). Returns true and stays on the hit, else ends at EOF.
+    // "Column=value", "Column='text'", operators = <> < > <= >= and LIKE (* or % wildcards);
+    // "Column=Null" / "Column<>Null" test for nulls. Numbers compare as numbers when both
+    // sides are numeric, texts case-insensitively. Searches forward from the current row
+    // (inclusive). Returns true and stays on the hit, else ends at EOF.
     bool find(const QString &criteria);
 
     const QString &statement() const { return m_sql; }
@@ -52,6 +57,5 @@ private:
     QStringList m_names;
     Rows m_rows;
     int m_pos = -1;
-    bool m_beforeFirst = false;
     Loader m_loader;
 };
