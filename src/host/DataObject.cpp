@@ -201,6 +201,15 @@ bool isFlushTables(const QString &sql)
     return flush.match(sql).hasMatch();
 }
 
+// Edits of the deductor's rows made through this object show at once in the master data.
+void forgetMasterDataIfTouched(const QString &sql)
+{
+    static const QRegularExpression master(QStringLiteral("main_info|status_master"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (master.match(sql).hasMatch())
+        shared().masterLoaded = false;
+}
+
 bool hasWidgets()
 {
     return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
@@ -322,6 +331,7 @@ bool DataObject::ConQuery(const QString &sql)
         recordFailure(QStringLiteral("ConQuery"));
         return false;
     }
+    forgetMasterDataIfTouched(sql);
     clearError();
     return true;
 }
@@ -372,6 +382,7 @@ bool DataObject::RollbackTrans()
     if (!ensureConnected(QStringLiteral("RollbackTrans")))
         return false;
     shared().pendingFlush = false;
+    shared().masterLoaded = false;   // a rolled-back edit of the deductor must not linger
     if (!db().rollback()) {
         recordFailure(QStringLiteral("RollbackTrans"));
         return false;

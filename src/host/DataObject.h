@@ -76,7 +76,8 @@ public:
 
     // Loads the demo deductor "DEMO01" (idempotent).
     bool loadDemo();
-    // Reads the current deductor's master rows again (after the deductor was edited).
+    // Reads the current deductor's master rows again (after another program edited them;
+    // edits through ConQuery are noticed by themselves).
     void refreshMasterData();
 
     // Answers ShowFormInfo instead of the dialog (tests, headless use); empty: the dialog.

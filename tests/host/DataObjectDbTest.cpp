@@ -299,11 +299,21 @@ private slots:
         QCOMPARE(d->Mobile1(), QStringLiteral("9000000001"));
         QCOMPARE(d->ClStatusDesc(), QStringLiteral("X"));              // unknown status: as stored
 
-        // edited behind our back: seen after a refresh
+        // edited through the data object: seen at once, also when rolled back
+        QVERIFY(d->BeginTrans());
         QVERIFY(d->ConQuery(QStringLiteral("Update Main_Info Set FormPlace='NASHIK' Where Code_No='B02'")));
+        QCOMPARE(d->formplace(), QStringLiteral("NASHIK"));
+        QVERIFY(d->RollbackTrans());
+        QCOMPARE(d->formplace(), QStringLiteral("PUNE"));
+
+        // edited by another program: seen after a refresh
+        QStringList names;
+        Recordset::Rows rows;
+        QVERIFY(DbConnection::instance().select(
+            QStringLiteral("Update Main_Info Set FormPlace='SATARA' Where Code_No='B02'"), names, rows));
         QCOMPARE(d->formplace(), QStringLiteral("PUNE"));
         real->refreshMasterData();
-        QCOMPARE(d->formplace(), QStringLiteral("NASHIK"));
+        QCOMPARE(d->formplace(), QStringLiteral("SATARA"));
 
         d->setCodeno(QStringLiteral("NOBODY"));
         QCOMPARE(d->firmname(), QString());
