@@ -75,6 +75,22 @@ void Form15CDLogic::buildReport()
         buildReport15D();
 }
 
+// The declaration and the signature block both applications end with.
+void Form15CDLogic::closing(ReportRows &row)
+{
+    IDataObject &d = FormSupport::data();
+    IReportObject &r = FormSupport::report();
+    r.printtext();
+    row.line(QStringLiteral("    I hereby declare that what is stated in this application is correct."));
+    r.printtext();
+    r.printtext();
+
+    r.createtable(1, 2);
+    row.pair(QString(), 50, ReportRows::Left, QStringLiteral("..............."), 28, ReportRows::Right);
+    row.pair(QStringLiteral("Date ") + d.formdate(), 50, ReportRows::Left, QStringLiteral("Signature"), 28, ReportRows::Right);
+    row.pair(QString(), 50, ReportRows::Left, d.pr_add(), 28, ReportRows::Right);
+}
+
 void Form15CDLogic::buildReport15C()
 {
     IDataObject &d = FormSupport::data();
@@ -121,15 +137,7 @@ void Form15CDLogic::buildReport15C()
                             "without deduction of tax under sub-section (1) of section 195 of the Income-tax Act, 1961, "
                             "during the financial year ")
              + field(3));
-    r.printtext();
-    row.line(QStringLiteral("    I hereby declare that what is stated in this application is correct."));
-    r.printtext();
-    r.printtext();
-
-    r.createtable(1, 2);
-    row.pair(QString(), 50, ReportRows::Left, QStringLiteral("..............."), 28, ReportRows::Right);
-    row.pair(QStringLiteral("Date ") + d.formdate(), 50, ReportRows::Left, QStringLiteral("Signature"), 28, ReportRows::Right);
-    row.pair(QString(), 50, ReportRows::Left, d.pr_add(), 28, ReportRows::Right);
+    closing(row);
 }
 
 void Form15CDLogic::buildReport15D()
@@ -178,13 +186,5 @@ void Form15CDLogic::buildReport15D()
              + QStringLiteral(" to receive income other than interest or dividends without deduction of tax under "
                               "sub-section(1) of section 195 of the Income-tax Act, 1961, during the financial year ")
              + field(4));
-    r.printtext();
-    row.line(QStringLiteral("    I hereby declare that what is stated in this application is correct."));
-    r.printtext();
-    r.printtext();
-
-    r.createtable(1, 2);
-    row.pair(QString(), 50, ReportRows::Left, QStringLiteral("..............."), 28, ReportRows::Right);
-    row.pair(QStringLiteral("Date ") + d.formdate(), 50, ReportRows::Left, QStringLiteral("Signature"), 28, ReportRows::Right);
-    row.pair(QString(), 50, ReportRows::Left, d.pr_add(), 28, ReportRows::Right);
+    closing(row);
 }

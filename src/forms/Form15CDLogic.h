@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+class ReportRows;
+
 class Form15CDLogic
 {
 public:
@@ -37,6 +39,7 @@ public:
 private:
     void buildReport15C();
     void buildReport15D();
+    void closing(ReportRows &row);
 
     Kind m_kind;
     QStringList m_fields;
