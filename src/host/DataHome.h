@@ -17,7 +17,7 @@ QString dbPath();      // path() + "/db"
 // DocPath: ($XDG_DOCUMENTS_DIR or the user's documents folder) + "/TDSForms", created on use.
 QString docPath();
 
-// Creates the folders and copies the seed files (resources under ":/data/seed/") that
+// Creates the folders and copies the starting files (resources under ":/data/seed/") that
 // Data/ does not have yet. False and *error when a folder cannot be created.
 bool ensure(QString *error = nullptr);
 // Copies every file below sourceRoot into target where target lacks it; returns how many.
