@@ -39,14 +39,16 @@ void TestJsonCli::run_data()
     QTest::addColumn<int>("exitCode");
 
     const QStringList json{"json", "FILE"};
+    const QStringList script{"script", "FILE"};
+    const QByteArray none;
     QTest::newRow("json") << json << QByteArray("// note\n{'b':[1.50, -0, true, null], a: \"x\"}")
-                          << QByteArray("{\"b\":[1.5,0,true,null],\"a\":\"x\"}\n") << QByteArray() << 0;
+                          << QByteArray("{\"b\":[1.5,0,true,null],\"a\":\"x\"}\n") << none << 0;
     QTest::newRow("json, utf-8 both ways") << json << QByteArray("[\"caf\xc3\xa9 \\u20b9\\u0001\"]")
-                                           << QByteArray("[\"caf\xc3\xa9 \xe2\x82\xb9\\u0001\"]\n") << QByteArray() << 0;
+                                           << QByteArray("[\"caf\xc3\xa9 \xe2\x82\xb9\\u0001\"]\n") << none << 0;
     QTest::newRow("json, duplicate key")
         << json << QByteArray("{\"a\":1,\"a\":2}") << QByteArray("{\"a\":1}\n")
         << QByteArray("This key is already associated with an element of this collection: a\r\n") << 1;
-    QTest::newRow("json, no value") << json << QByteArray("42") << QByteArray() << QByteArray("Invalid JSON") << 1;
+    QTest::newRow("json, no value") << json << QByteArray("42") << none << QByteArray("Invalid JSON") << 1;
     QTest::newRow("json, two messages")
         << json << QByteArray("{\"a\":[1,tru") << QByteArray("{\"a\":[1,false]}\n")
         << QByteArray("Invalid Boolean at position 9 : tru\r\nType mismatch: tru\r\n") << 1;
@@ -54,21 +56,19 @@ void TestJsonCli::run_data()
         << QStringList{"json", "-"} << QByteArray("[1,{\"k\":'v'}") << QByteArray("[1,{\"k\":\"v\"}]\n")
         << QByteArray("Missing ']': [1,{\"k\":'v'}\r\n") << 1;
     QTest::newRow("script, answers in order, then defaults")
-        << QStringList{"script", "FILE", "--answer", "first", "--answer", "second one"}
+        << script + QStringList{"--answer", "first", "--answer", "second one"}
         << QByteArray(R"([{"input":{"prompt":"a","title":"t","default":"d1"}},"|",)"
                       R"({"input":{"prompt":"b","title":"t","default":"d2"}},"|",)"
                       R"({"input":{"prompt":"c","title":"t","default":"d3"}}])")
-        << QByteArray("first|second one|d3\n") << QByteArray() << 0;
+        << QByteArray("first|second one|d3\n") << none << 0;
     QTest::newRow("script, alert on standard error")
-        << QStringList{"script", "FILE"} << QByteArray(R"([{"alert":{"message":"Saved \u20b9 5","title":"TDS"}},"done"])")
+        << script << QByteArray(R"([{"alert":{"message":"Saved \u20b9 5","title":"TDS"}},"done"])")
         << QByteArray("done\n") << QByteArray("TDS: Saved \xe2\x82\xb9 5\n") << 0;
-    QTest::newRow("script, parser error is the result") << QStringList{"script", "FILE"} << QByteArray("[1")
-                                                        << QByteArray("Parser ErrorMissing ']': [1\r\n\n") << QByteArray() << 0;
-    QTest::newRow("json without a file") << QStringList{"json"} << QByteArray() << QByteArray() << QByteArray() << 2;
-    QTest::newRow("json, file missing") << QStringList{"json", "FILE.missing"} << QByteArray() << QByteArray()
-                                        << QByteArray() << 2;
-    QTest::newRow("script, answer missing") << QStringList{"script", "--answer"} << QByteArray() << QByteArray()
-                                            << QByteArray() << 2;
+    QTest::newRow("script, parser error is the result")
+        << script << QByteArray("[1") << QByteArray("Parser ErrorMissing ']': [1\r\n\n") << none << 0;
+    QTest::newRow("json without a file") << QStringList{"json"} << none << none << none << 2;
+    QTest::newRow("json, file missing") << QStringList{"json", "FILE.missing"} << none << none << none << 2;
+    QTest::newRow("script, answer missing") << QStringList{"script", "--answer"} << none << none << none << 2;
 }
 
 void TestJsonCli::run()

@@ -12,8 +12,8 @@ class TestStringBuilder : public QObject
 private slots:
     void growth_data();
     void growth();
-    void edit_data();
-    void edit();
+    void operations_data();
+    void operations();
     void replaceAndClear();
 };
 
@@ -68,7 +68,7 @@ void TestStringBuilder::growth()
 
 // Operations on "Hello hello". An edit's result is the content, empty for error 9 (with the
 // content left as it was); a search's is the one-based position, 0 when not found.
-void TestStringBuilder::edit_data()
+void TestStringBuilder::operations_data()
 {
     QTest::addColumn<QString>("operation");
     QTest::addColumn<int>("index");
@@ -98,7 +98,7 @@ void TestStringBuilder::edit_data()
     QTest::newRow("hit running into the padding") << "findCase" << 5 << 0 << "lo " << "0";
 }
 
-void TestStringBuilder::edit()
+void TestStringBuilder::operations()
 {
     QFETCH(QString, operation);
     QFETCH(int, index);
