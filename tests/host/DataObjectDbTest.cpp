@@ -15,9 +15,11 @@ class DataObjectDbTest : public QObject
 
     std::shared_ptr<IDataObject> d;
 
-    int count(const QString &sql)
+    int count(const QString &table, const QString &where = QString())
     {
         Recordset rs;
+        const QString sql = QStringLiteral("Select Count(*) From ") + table
+                            + (where.isEmpty() ? QString() : QStringLiteral(" Where ") + where);
         if (!d->RecordsetQuery(rs, sql, d->cnnobj(), 3, 3, 1) || rs.isEOF())
             return -1;
         return rs.field(0).toInt();
@@ -28,23 +30,19 @@ private slots:
     {
         TDS_DB_SETUP();
         d = createObjectAs<IDataObject>(QString::fromLatin1(ProgId::DataObject));
-        QVERIFY(d);
-        QVERIFY(d->connect());
-        QVERIFY(d->isConnected());
+        QVERIFY(d && d->connect() && d->isConnected());
         QVERIFY(d->ConQuery(QStringLiteral(
             "Create Table Tb_Rs (FormSrNo INT, Name VARCHAR(60), Amount DECIMAL(15,2), OnDate DATE, Remark VARCHAR(40) NULL)")));
     }
-
-    void cleanupTestCase()
-    {
-        TestDatabase::tearDown();
-    }
+    void cleanupTestCase() { TestDatabase::tearDown(); }
 
     void init()
     {
         QVERIFY(d->ConQuery(QStringLiteral("Delete From Tb_Rs")));
         QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs Values(1,'ANIL',1500.50,'2024-04-01','x'),"
                                            "(5,'BINA',0,'2024-05-02',NULL),(9,'CHETAN',99.99,NULL,'z')")));
+        QVERIFY(d->ConQuery(QStringLiteral("Delete From Period_Det_Oth")));
+        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(1,'A1','2024-25')")));
         d->setCodeno(QString());
         TestDatabase::removeLog();
     }
@@ -54,36 +52,24 @@ private slots:
         Recordset rs;
         QVERIFY(d->RecordsetQuery(rs, QStringLiteral("Select * From tb_rs Order By FormSrNo"), d->cnnobj(), 3, 3, 1));
         QCOMPARE(rs.recordCount(), 3);
-        QCOMPARE(rs.fieldCount(), 5);
-        QCOMPARE(rs.fieldName(1), QStringLiteral("Name"));
         QCOMPARE(rs.field(QStringLiteral("amount")).toDouble(), 1500.5);
         QCOMPARE(rs.field(QStringLiteral("ONDATE")).toDate(), QDate(2024, 4, 1));
         QCOMPARE(rs.field(0).typeId(), QMetaType::LongLong);
-
         QVERIFY(rs.find(QStringLiteral("FormSrNo=5")));
-        QCOMPARE(rs.text(QStringLiteral("Name")), QStringLiteral("BINA"));
         QVERIFY(rs.field(QStringLiteral("Remark")).isNull());
-        QCOMPARE(rs.field(QStringLiteral("Amount")).toDouble(), 0.0);
         rs.moveNext();
         QVERIFY(rs.field(QStringLiteral("OnDate")).isNull());
-        rs.moveNext();
-        QVERIFY(rs.isEOF());
-        rs.moveLast();
-        QCOMPARE(rs.text(QStringLiteral("name")), QStringLiteral("CHETAN"));
 
-        // requery sees what changed since the recordset was opened
         QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(12,'DAVID')")));
         QCOMPARE(rs.recordCount(), 3);
         QVERIFY(rs.requery());
         QCOMPARE(rs.recordCount(), 4);
+        QCOMPARE(rs.absolutePosition(), 0);
         rs.moveLast();
         QCOMPARE(rs.text(1), QStringLiteral("DAVID"));
-        rs.close();
-        QVERIFY(!rs.isOpen());
 
-        Recordset none;
-        QVERIFY(d->RecordsetQuery(none, QStringLiteral("Select * From Tb_Rs Where FormSrNo=77")));
-        QVERIFY(none.isBOF() && none.isEOF());
+        QVERIFY(d->RecordsetQuery(rs, QStringLiteral("Select * From Tb_Rs Where FormSrNo=77")));
+        QVERIFY(rs.isBOF() && rs.isEOF());
         QVERIFY(TestDatabase::logText().isEmpty());   // no error, no log file
     }
 
@@ -92,72 +78,61 @@ private slots:
         QTest::addColumn<bool>("asRecordset");
         QTest::addColumn<QString>("statement");
         QTest::addColumn<unsigned>("errorNumber");
-        QTest::addColumn<QString>("location");
-        QTest::newRow("missing table") << false << "Insert Into No_Such_Table Values(1)" << 1146u << "ClsData\tConQuery";
-        QTest::newRow("syntax") << false << "Updat Tb_Rs Set Name='X'" << 1064u << "ClsData\tConQuery";
-        QTest::newRow("duplicate key") << false << "Insert Into State_Master Values('07','DELHI')" << 1062u
-                                       << "ClsData\tConQuery";
-        QTest::newRow("bad select") << true << "Select NoColumn From Tb_Rs" << 1054u << "ClsData\tRecordsetQuery";
+        QTest::newRow("missing table") << false << "Insert Into No_Such_Table Values(1)" << 1146u;
+        QTest::newRow("syntax") << false << "Updat Tb_Rs Set Name='X'" << 1064u;
+        QTest::newRow("duplicate state") << false << "Insert Into State_Master Values('07','DELHI')" << 1062u;
+        QTest::newRow("period code taken") << false << "Insert Into Period_Det_Oth Values(1,'B1','2024-25')" << 1062u;
+        QTest::newRow("deductor and year taken") << false << "Insert Into Period_Det_Oth Values(2,'A1','2024-25')" << 1062u;
+        QTest::newRow("bad select") << true << "Select NoColumn From Tb_Rs" << 1054u;
+        QTest::newRow("credentials masked") << false
+            << "Insert Into ItdLoginNowhere (UserId, Password) Values('AABCD1234E','Pa55''word!')" << 1146u;
     }
     void failedStatementsAreLoggedNotThrown()
     {
         QFETCH(bool, asRecordset);
         QFETCH(QString, statement);
         QFETCH(unsigned, errorNumber);
-        QFETCH(QString, location);
         Recordset rs;
-        const bool ok = asRecordset ? d->RecordsetQuery(rs, statement) : d->ConQuery(statement);
-        QVERIFY(!ok);
+        QVERIFY(!(asRecordset ? d->RecordsetQuery(rs, statement) : d->ConQuery(statement)));
         QVERIFY(!rs.isOpen());
         QCOMPARE(d->lastErrorNumber(), errorNumber);
-        QVERIFY(!d->lastError().isEmpty());
 
-        const QString log = TestDatabase::logText();
-        const QStringList lines = log.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        const QStringList lines = TestDatabase::logText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 1);
+        // date and time, number, description, source, location (two parts)
         const QStringList items = lines.first().split(QLatin1Char('\t'));
-        QCOMPARE(items.size(), 6);   // date and time, number, description, source, location (two parts)
+        QCOMPARE(items.size(), 6);
         QCOMPARE(items.at(1), QString::number(errorNumber));
-        QVERIFY2(items.at(2).contains(statement), qPrintable(items.at(2)));
+        QVERIFY2(items.at(2).contains(statement.section(QLatin1Char('\''), 0, 0)), qPrintable(items.at(2)));
+        QVERIFY(!items.at(2).contains(QLatin1String("Pa55")));
         QCOMPARE(items.at(3), QStringLiteral("ZeltBase.ClsData"));
-        QCOMPARE(items.at(4) + QLatin1Char('\t') + items.at(5), location);
+        QCOMPARE(items.at(4) + QLatin1Char('\t') + items.at(5),
+                 asRecordset ? QStringLiteral("ClsData\tRecordsetQuery") : QStringLiteral("ClsData\tConQuery"));
 
-        // the connection is still usable afterwards
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Tb_Rs")), 3);
+        QCOMPARE(count(QStringLiteral("Tb_Rs")), 3);   // the connection is still usable
         QCOMPARE(d->lastErrorNumber(), 0u);
     }
 
-    void credentialsStayOutOfTheLog()
+    void transactionEnds_data()
     {
-        QVERIFY(!d->ConQuery(QStringLiteral("Insert Into ItdLoginNowhere (UserId, Password) Values('AABCD1234E','Pa55''word!')")));
-        const QString log = TestDatabase::logText();
-        QVERIFY(log.contains(QLatin1String("ItdLoginNowhere")));
-        QVERIFY2(!log.contains(QLatin1String("Pa55")), qPrintable(log));
+        QTest::addColumn<bool>("commit");
+        QTest::newRow("rolled back") << false;
+        QTest::newRow("committed") << true;
     }
-
-    void rollbackRestoresTheRows()
+    void transactionEnds()
     {
+        QFETCH(bool, commit);
         QVERIFY(d->BeginTrans());
+        QVERIFY(!d->BeginTrans());   // no nesting
         QVERIFY(d->ConQuery(QStringLiteral("Delete From Tb_Rs Where FormSrNo=5")));
         // Flush Tables inside the transaction must not commit it early.
         QVERIFY(d->ConQuery(QStringLiteral("Flush Tables")));
         QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(6,'NEW')")));
         QVERIFY(!d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Nme) Values(7,'BAD')")));
-        QVERIFY(d->RollbackTrans());
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Tb_Rs Where FormSrNo=5")), 1);
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Tb_Rs Where FormSrNo=6")), 0);
-    }
-
-    void commitKeepsTheRows()
-    {
-        QVERIFY(d->BeginTrans());
-        QVERIFY(!d->BeginTrans());   // no nesting: the open transaction is left alone
-        QVERIFY(d->ConQuery(QStringLiteral("Delete From Tb_Rs")));
-        QVERIFY(d->ConQuery(QStringLiteral("Flush Tables")));
-        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(2,'ONLY')")));
-        QVERIFY(d->CommitTrans());
+        QVERIFY(commit ? d->CommitTrans() : d->RollbackTrans());
         QVERIFY(!d->RollbackTrans());   // nothing open any more
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Tb_Rs")), 1);
+        QCOMPARE(count(QStringLiteral("Tb_Rs"), QStringLiteral("FormSrNo=5")), commit ? 0 : 1);
+        QCOMPARE(count(QStringLiteral("Tb_Rs"), QStringLiteral("FormSrNo=6")), commit ? 1 : 0);
     }
 
     void textRoundTrip_data()
@@ -171,47 +146,23 @@ private slots:
     void textRoundTrip()
     {
         QFETCH(QString, text);
-        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(20,'") + d->TruncVarSQL(text)
-                            + QStringLiteral("')")));
+        const QString quoted = QLatin1Char('\'') + d->TruncVarSQL(text) + QLatin1Char('\'');
+        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(20,") + quoted + QLatin1Char(')')));
         Recordset rs;
-        QVERIFY(d->RecordsetQuery(rs, QStringLiteral("Select Name From Tb_Rs Where Name='") + d->TruncVarSQL(text)
-                                          + QStringLiteral("'")));
+        QVERIFY(d->RecordsetQuery(rs, QStringLiteral("Select Name From Tb_Rs Where Name=") + quoted));
         QCOMPARE(rs.recordCount(), 1);
         QCOMPARE(rs.text(0), text);
     }
 
-    void schemaAppliesAgain()
+    void schemaAppliesAgainKeepingTheData()
     {
-        const int states = count(QStringLiteral("Select Count(*) From State_Master"));
-        QCOMPARE(states, 37);
-        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(1,'X1','2024-25')")));
+        QCOMPARE(count(QStringLiteral("STATE_MASTER")), 37);
         DbConnection &db = DbConnection::instance();
         QVERIFY2(db.applyScript(DbConnection::schemaScript()), qPrintable(db.lastError() + db.lastStatement()));
         QVERIFY(db.applyScript(DbConnection::schemaScript()));
-        QCOMPARE(count(QStringLiteral("Select Count(*) From State_Master")), states);
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Period_Det_Oth")), 1);   // data kept
-    }
-
-    void tableNamesInAnyCase()
-    {
-        QCOMPARE(count(QStringLiteral("Select Count(*) From MAIN_INFO")), 0);
-        QCOMPARE(count(QStringLiteral("Select Count(*) From main_info_OTH")), 0);
-        QCOMPARE(count(QStringLiteral("Select Count(*) From period_det_oth")), count(QStringLiteral("Select Count(*) From Period_Det_Oth")));
-    }
-
-    void periodCodesAreUnique()
-    {
-        QVERIFY(d->ConQuery(QStringLiteral("Delete From Period_Det_Oth")));
-        QVERIFY(d->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(1,'A1','2024-25')")));
-        QVERIFY(!d->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(1,'B1','2024-25')")));
-        QCOMPARE(d->lastErrorNumber(), 1062u);
-        QVERIFY(!d->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(2,'A1','2024-25')")));
-        QCOMPARE(d->lastErrorNumber(), 1062u);
-        Recordset rs;
-        QVERIFY(d->RecordsetQuery(rs, QStringLiteral("Select * From Period_Det_Oth")));
-        QCOMPARE(rs.fieldName(0), QStringLiteral("Period_Code"));
-        QCOMPARE(rs.fieldName(1), QStringLiteral("Code_No"));
-        QCOMPARE(rs.fieldName(2), QStringLiteral("AsYear"));
+        QCOMPARE(count(QStringLiteral("state_master")), 37);
+        QCOMPARE(count(QStringLiteral("period_det_oth")), 1);
+        QCOMPARE(count(QStringLiteral("main_info_OTH")), 0);
     }
 
     void stateTable_data()
@@ -220,7 +171,6 @@ private slots:
         QTest::addColumn<QString>("code");
         QTest::newRow("Delhi") << "DELHI" << "07";
         QTest::newRow("any case, blanks") << " maharashtra " << "27";
-        QTest::newRow("ampersand") << "JAMMU & KASHMIR" << "01";
         QTest::newRow("apostrophe does not break the lookup") << "O'NEIL" << "";
         QTest::newRow("unknown") << "ATLANTIS" << "";
     }
@@ -238,65 +188,39 @@ private slots:
         d->ComboFillStateList(&combo);
         QCOMPARE(combo.count(), 37);
         QCOMPARE(combo.itemText(0), QStringLiteral("ANDAMAN AND NICOBAR ISLANDS"));
-        QVERIFY(combo.findText(QStringLiteral("MAHARASHTRA")) >= 0);
-        QCOMPARE(combo.findText(QStringLiteral("stale")), -1);
-        for (int i = 1; i < combo.count(); ++i)
-            QVERIFY(combo.itemText(i - 1).compare(combo.itemText(i), Qt::CaseInsensitive) < 0);
-    }
-
-    void demoMasterData()
-    {
-        auto *real = dynamic_cast<DataObject *>(d.get());
-        QVERIFY(real);
-        QVERIFY(real->loadDemo());
-        QVERIFY(real->loadDemo());   // again: nothing changes, nothing fails
-        QCOMPARE(count(QStringLiteral("Select Count(*) From Main_Info Where Code_No='DEMO01'")), 1);
-
-        d->setCodeno(QStringLiteral("DEMO01"));
-        QCOMPARE(d->firmname(), QStringLiteral("DEMO TRADERS PRIVATE LIMITED"));
-        QCOMPARE(d->Tanno(), QStringLiteral("MUMD12345E"));
-        QCOMPARE(d->panno(), QStringLiteral("AABCD1234E"));
-        QVERIFY(d->ValidTan(d->Tanno()));
-        QVERIFY(d->ValidPan(d->panno()));
-        QVERIFY(d->ValidPan(d->PAN1()));
-        QCOMPARE(d->Name(), QStringLiteral("RAJESH KUMAR SHARMA"));
-        QCOMPARE(d->Name1(), d->Name());
-        QCOMPARE(d->fname(), QStringLiteral("MOHAN LAL SHARMA"));
-        QCOMPARE(d->Designation(), QStringLiteral("DIRECTOR"));
-        QCOMPARE(d->stdesig(), QStringLiteral("DIRECTOR"));
-        QCOMPARE(d->pr_add(), QStringLiteral("FLAT 12, B WING, SEA VIEW APARTMENTS, MARINE DRIVE, CHURCHGATE, MUMBAI, "
-                                             "MAHARASHTRA, 400020"));
-        QCOMPARE(d->circle1(), QStringLiteral("WARD 2(3)(1), MUMBAI"));
-        QCOMPARE(d->formplace(), QStringLiteral("MUMBAI"));
-        QCOMPARE(d->formdate(), QStringLiteral("01/04/2025"));
-        QCOMPARE(d->GovtState(), QStringLiteral("MAHARASHTRA"));
-        QCOMPARE(d->Mobile1(), QStringLiteral("9820054321"));
-        QCOMPARE(d->ClStatus(), QStringLiteral("C"));
-        QCOMPARE(d->ClStatusDesc(), QStringLiteral("Company"));
+        QCOMPARE(combo.itemText(36), QStringLiteral("WEST BENGAL"));
     }
 
     void masterDataFollowsTheSelection()
     {
         auto *real = dynamic_cast<DataObject *>(d.get());
-        QVERIFY(real->loadDemo());
+        QVERIFY(real && real->loadDemo());
+        QVERIFY(real->loadDemo());   // again: nothing changes, nothing fails
+        QCOMPARE(count(QStringLiteral("Main_Info"), QStringLiteral("Code_No='DEMO01'")), 1);
         QVERIFY(d->ConQuery(QStringLiteral(
             "Replace Into Main_Info (Code_No, Name, city, Resp_Name, Resp_Street, Resp_City, Resp_Mobile) "
             "Values('B02','O''BRIEN EXPORTS','PUNE','MEERA NAIR','',  'PUNE', '9000000001')")));
         QVERIFY(d->ConQuery(QStringLiteral(
             "Replace Into Main_Info_oth (code_no, status, ward, asofficer) Values('B02','X','','ACIT (TDS) PUNE')")));
 
-        auto other = TestDatabase::dataObject();   // a second instance sees the same selection
-        d->setCodeno(QStringLiteral("DEMO01"));
-        QCOMPARE(other->firmname(), QStringLiteral("DEMO TRADERS PRIVATE LIMITED"));
+        auto other = TestDatabase::dataObject();   // a second instance shares the selection
+        other->setCodeno(QStringLiteral("DEMO01"));
+        QCOMPARE(d->firmname(), QStringLiteral("DEMO TRADERS PRIVATE LIMITED"));
+        QCOMPARE(d->Tanno(), QStringLiteral("MUMD12345E"));
+        QCOMPARE(d->panno(), QStringLiteral("AABCD1234E"));
+        QCOMPARE(d->Name1(), QStringLiteral("RAJESH KUMAR SHARMA"));
+        QCOMPARE(d->pr_add(), QStringLiteral("FLAT 12, B WING, SEA VIEW APARTMENTS, MARINE DRIVE, CHURCHGATE, MUMBAI, "
+                                             "MAHARASHTRA, 400020"));
+        QCOMPARE(d->circle1(), QStringLiteral("WARD 2(3)(1), MUMBAI"));
+        QCOMPARE(d->formdate(), QStringLiteral("01/04/2025"));
+        QCOMPARE(d->ClStatusDesc(), QStringLiteral("Company"));
 
         other->setCodeno(QStringLiteral("B02"));
-        QCOMPARE(d->codeno(), QStringLiteral("B02"));
         QCOMPARE(d->firmname(), QStringLiteral("O'BRIEN EXPORTS"));
         QCOMPARE(d->pr_add(), QStringLiteral("PUNE"));                 // blank parts left out
         QCOMPARE(d->formplace(), QStringLiteral("PUNE"));              // no place: the city
         QCOMPARE(d->formdate(), QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
         QCOMPARE(d->circle1(), QStringLiteral("ACIT (TDS) PUNE"));     // no ward: the officer
-        QCOMPARE(d->Mobile1(), QStringLiteral("9000000001"));
         QCOMPARE(d->ClStatusDesc(), QStringLiteral("X"));              // unknown status: as stored
 
         // edited through the data object: seen at once, also when rolled back
@@ -311,25 +235,19 @@ private slots:
         Recordset::Rows rows;
         QVERIFY(DbConnection::instance().select(
             QStringLiteral("Update Main_Info Set FormPlace='SATARA' Where Code_No='B02'"), names, rows));
-        QCOMPARE(d->formplace(), QStringLiteral("PUNE"));
         real->refreshMasterData();
         QCOMPARE(d->formplace(), QStringLiteral("SATARA"));
 
         d->setCodeno(QStringLiteral("NOBODY"));
-        QCOMPARE(d->firmname(), QString());
         QCOMPARE(d->Tanno(), QString());
         d->setAsYear(QStringLiteral("2025-26"));
-        d->setQuarter(QStringLiteral("Q2"));
         QCOMPARE(other->AsYear(), QStringLiteral("2025-26"));
-        QCOMPARE(other->quarter(), QStringLiteral("Q2"));
     }
 
     void foldersOfTheHome()
     {
         QCOMPARE(d->ExePath(), TestDatabase::homePath());
-        QCOMPARE(d->vTmpPath(), TestDatabase::homePath() + QStringLiteral("/Temp/"));
         QVERIFY(QFileInfo(d->vTmpPath()).isDir());
-        QVERIFY(QFileInfo(d->DocPath()).isDir());
         QVERIFY(d->DocPath().startsWith(qEnvironmentVariable("XDG_DOCUMENTS_DIR")));
     }
 };

@@ -7,7 +7,6 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QHeaderView>
 #include <QScreen>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -25,7 +24,7 @@ private slots:
     {
         DataObject::setFormInfoPrompt({});
         DataObject::setMessageHook({});
-        d.setModePrint(1);
+        d.setModePrint(-5);
     }
 
     void formInfoDialog_data()
@@ -43,38 +42,22 @@ private slots:
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        QFETCH(int, mode);
-        d.setModePrint(-5);
         bool answered = false;
         QTimer::singleShot(50, this, [&] {
-            QWidget *box = QApplication::activeModalWidget();
-            if (!box)
-                return;
-            answered = true;
-            QTest::keyClick(box, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+            if (QWidget *box = QApplication::activeModalWidget()) {
+                answered = true;
+                QTest::keyClick(box, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+            }
         });
-        // Safety net: never leave a dialog open when the keys did not reach it.
+        // Never leave a dialog open when the keys did not reach it.
         QTimer::singleShot(5000, this, [] {
             if (auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
                 box->reject();
         });
         d.ShowFormInfo();
         QVERIFY(answered);
-        QCOMPARE(d.ModePrint(), mode);
-    }
-
-    void formInfoPromptReplacesTheDialog()
-    {
-        int asked = 0;
-        DataObject::setFormInfoPrompt([&asked] {
-            ++asked;
-            return 3;
-        });
-        d.ShowFormInfo();
-        QCOMPARE(asked, 1);
-        QCOMPARE(d.ModePrint(), 3);
-        DataObject other;   // the mode is process-wide
-        QCOMPARE(other.ModePrint(), 3);
+        QTEST(d.ModePrint(), "mode");
+        QTEST(DataObject().ModePrint(), "mode");   // the mode is process-wide
     }
 
     void waitKeepsEventsRunning()
@@ -85,8 +68,7 @@ private slots:
         clock.start();
         d.WaitForSeconds(0.3);
         QVERIFY(fired);
-        QVERIFY2(clock.elapsed() >= 290, qPrintable(QString::number(clock.elapsed())));
-        QVERIFY(clock.elapsed() < 3000);
+        QVERIFY2(clock.elapsed() >= 290 && clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
     }
 
     void gridCurrentRowComesToTheTop()
@@ -97,7 +79,6 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&grid));
         grid.setCurrentCell(120, 1);
         grid.scrollToTop();
-        QCOMPARE(grid.rowAt(0), 0);
         d.VsTopRow(&grid);
         QCOMPARE(grid.rowAt(0), 120);
         grid.setCurrentCell(3, 0);
@@ -110,13 +91,9 @@ private slots:
         QWidget form;
         form.resize(4000, 3000);
         d.Resize_For_Resolution(&form);
-        const QRect available = form.screen()->availableGeometry();
-        QVERIFY(d.vScreenRatX() >= 1.0);
-        QVERIFY(d.vScreenRatY() >= 1.0);
+        QVERIFY(d.vScreenRatX() >= 1.0 && d.vScreenRatY() >= 1.0);
         QVERIFY(d.vScreenRatFS() <= std::max(d.vScreenRatX(), d.vScreenRatY()));
-        QVERIFY(form.width() <= available.width());
-        QVERIFY(form.height() <= available.height());
-        QVERIFY(available.contains(form.geometry()));
+        QVERIFY(form.screen()->availableGeometry().contains(form.geometry()));
 
         // a small form grows with the screen once, not again on every call
         QWidget small;
@@ -131,7 +108,6 @@ private slots:
     void calculatorFromThePath()
     {
         QTemporaryDir bin;
-        QVERIFY(bin.isValid());
         const QByteArray savedPath = qgetenv("PATH");
         const QString marker = bin.filePath(QStringLiteral("started"));
         QString told;
@@ -156,3 +132,4 @@ private slots:
 
 TDS_TEST(DataObjectUiTest)
 #include "DataObjectUiTest.moc"
+

@@ -13,16 +13,16 @@
 #include <functional>
 
 namespace {
-// Runs check on the modal box once it is up, then presses the given button.
-void whenModalAppears(const std::function<void(QWidget *)> &check)
+// Hands the modal box to answer once it is up.
+void whenModalAppears(const std::function<void(QWidget *)> &answer)
 {
     auto *timer = new QTimer;
     timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, check] {
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
         if (QWidget *modal = QApplication::activeModalWidget()) {
             timer->stop();
             timer->deleteLater();
-            check(modal);
+            answer(modal);
         }
     });
     timer->start();
@@ -33,19 +33,18 @@ class TestWidgetDialogs : public QObject
 {
     Q_OBJECT
 private slots:
-    void exitQuestionIsAYesNoBoxWithTheExclamationIcon_data()
+    void exitQuestion_data()
     {
         QTest::addColumn<bool>("yes");
         QTest::newRow("No keeps the window") << false;
         QTest::newRow("Yes closes it") << true;
     }
-    void exitQuestionIsAYesNoBoxWithTheExclamationIcon()
+    void exitQuestion()
     {
         QFETCH(bool, yes);
         FormWindow window;
-        auto *layout = new QVBoxLayout(&window);
         auto *edit = new QLineEdit(&window);
-        layout->addWidget(edit);
+        (new QVBoxLayout(&window))->addWidget(edit);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         edit->setFocus();
@@ -54,17 +53,15 @@ private slots:
         QMessageBox::Icon icon = QMessageBox::NoIcon;
         QMessageBox::StandardButtons buttons;
         whenModalAppears([&](QWidget *modal) {
-            auto *box = qobject_cast<QMessageBox *>(modal);
-            if (!box)
-                return;
-            text = box->text();
-            title = box->windowTitle();
-            icon = box->icon();
-            buttons = box->standardButtons();
-            box->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+            if (auto *box = qobject_cast<QMessageBox *>(modal)) {
+                text = box->text();
+                title = box->windowTitle();
+                icon = box->icon();
+                buttons = box->standardButtons();
+                box->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+            }
         });
         QTest::keyClick(edit, Qt::Key_Escape);
-
         QCOMPARE(text, QStringLiteral("Do you want to exit ?"));
         QCOMPARE(title, QStringLiteral("TDS Forms"));
         QCOMPARE(icon, QMessageBox::Warning);
@@ -82,7 +79,6 @@ private slots:
     void inputReturnsTheTextOrNothingOnCancel()
     {
         QFETCH(bool, accept);
-        QFETCH(QString, expected);
         WidgetDialogs dialogs;
         QString title;
         whenModalAppears([&](QWidget *modal) {
@@ -90,14 +86,10 @@ private slots:
             if (!box)
                 return;
             title = box->windowTitle();
-            if (accept) {
-                box->setTextValue(QStringLiteral("2024-25"));
-                box->accept();
-            } else {
-                box->reject();
-            }
+            box->setTextValue(QStringLiteral("2024-25"));
+            accept ? box->accept() : box->reject();
         });
-        QCOMPARE(dialogs.input(QStringLiteral("Year"), QString(), QStringLiteral("2023-24")), expected);
+        QTEST(dialogs.input(QStringLiteral("Year"), QString(), QStringLiteral("2023-24")), "expected");
         QCOMPARE(title, QStringLiteral("TDS Forms"));
     }
 };
