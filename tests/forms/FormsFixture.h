@@ -2,6 +2,8 @@
 // Shared set-up of the forms tests: a fresh database with one deductor selected, the real
 // data object and (unless a test installs the recorder) the real report object.
 #include "TestDatabase.h"
+#include "forms/Form15CDLogic.h"
+#include "forms/Form15ILogic.h"
 #include "host/IDataObject.h"
 #include "host/ServiceRegistry.h"
 #include "shared/modbase.h"
@@ -37,11 +39,7 @@ inline bool start(QString *error)
         return false;
     }
     IDataObject *d = modbase::dataObject();
-    if (!d->isConnected() && !d->connect()) {
-        *error = d->lastError();
-        return false;
-    }
-    if (!addDeductor(*d)) {
+    if ((!d->isConnected() && !d->connect()) || !addDeductor(*d)) {
         *error = d->lastError();
         return false;
     }
@@ -65,6 +63,30 @@ inline QStringList rows(const QString &sql)
         out << fields.join(QLatin1Char('|'));
     }
     return out;
+}
+
+// Loads the stored form "15c", "15d" or "15i", types `fields` over it (15I: registration and date
+// of line 1, then of line 2) and hands it to `action`.
+template<typename Action>
+void withForm(const QString &form, const QStringList &fields, Action action)
+{
+    if (form == QLatin1String("15i")) {
+        Form15ILogic f;
+        f.load();
+        for (int i = 0; i < fields.size(); ++i) {
+            if (i % 2)
+                f.setRegistrationDate(i / 2 + 1, fields[i]);
+            else
+                f.setRegistration(i / 2 + 1, fields[i]);
+        }
+        action(f);
+        return;
+    }
+    Form15CDLogic f(form == QLatin1String("15c") ? Form15CDLogic::Kind::C : Form15CDLogic::Kind::D);
+    f.load();
+    for (int i = 0; i < fields.size(); ++i)
+        f.setField(i, fields[i]);
+    action(f);
 }
 
 } // namespace FormsFixture
