@@ -70,44 +70,20 @@ class ReportLayoutTest : public QObject
     Q_OBJECT
 
 private slots:
-    void wrap_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("rest");
-        QTest::addColumn<QStringList>("pieces");
-
-        QTest::newRow("fits exactly") << "abc def" << 7 << 7 << QStringList{"abc def"};
-        QTest::newRow("breaks at the blank") << "abc def" << 6 << 6 << QStringList{"abc", "def"};
-        QTest::newRow("blank just after a full piece") << "abcdef ghi" << 6 << 6 << QStringList{"abcdef", "ghi"};
-        QTest::newRow("blanks at a break dropped") << "abc   def" << 4 << 4 << QStringList{"abc", "def"};
-        QTest::newRow("paragraph indent kept") << "   abc def" << 7 << 7 << QStringList{"   abc", "def"};
-        QTest::newRow("word longer than a line cut") << "abcdefghij" << 4 << 4 << QStringList{"abcd", "efgh", "ij"};
-        QTest::newRow("narrower continuation") << "aa bb cc dd" << 5 << 2 << QStringList{"aa bb", "cc", "dd"};
-        QTest::newRow("empty") << "" << 5 << 5 << QStringList{""};
-    }
-
-    void wrap()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, first);
-        QFETCH(int, rest);
-        QFETCH(QStringList, pieces);
-        QStringList got;
-        for (const StyledText &piece : wrapStyledText(parseCellText(text).first(), first, rest)) {
-            got.append(QString());
-            for (const StyledChar &c : piece)
-                got.last().append(c.ch);
-        }
-        QCOMPARE(got, pieces);
-    }
-
     void rows_data()
     {
         QTest::addColumn<QList<Row>>("input");
         QTest::addColumn<QStringList>("expected");
         const QString B = ReportCodes::boldOn(), b = ReportCodes::boldOff();
         const QString U = ReportCodes::underlineOn(), u = ReportCodes::underlineOff();
+
+        QTest::newRow("fits exactly") << QList<Row>{{{"abc def"}, {7}}} << QStringList{"abc def"};
+        QTest::newRow("breaks at the blank") << QList<Row>{{{"abc def"}, {6}}} << QStringList{"abc", "def"};
+        QTest::newRow("blank just after a full piece") << QList<Row>{{{"abcdef ghi"}, {6}}} << QStringList{"abcdef", "ghi"};
+        QTest::newRow("blanks at a break dropped") << QList<Row>{{{"abc   def"}, {4}}} << QStringList{"abc", "def"};
+        QTest::newRow("paragraph indent kept") << QList<Row>{{{"   abc def"}, {7}}} << QStringList{"   abc", "def"};
+        QTest::newRow("word longer than a line cut") << QList<Row>{{{"abcdefghij"}, {4}}} << QStringList{"abcd", "efgh", "ij"};
+        QTest::newRow("empty cells make one blank line") << QList<Row>{{{"", ""}, {30, 48}}} << QStringList{""};
 
         QTest::newRow("title centred, codes dropped, CR LF breaks")
             << QList<Row>{{{B + "FORM NO. 15C" + b + "\r\n[See Rule " + U + "29B" + u + "]"}, {78}, {1}}}
