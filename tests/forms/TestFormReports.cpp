@@ -2,6 +2,8 @@
 #include "TestRegistry.h"
 #include "forms/StoredFormPrint.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 // The text page a form prints with these fields typed, trailing blank lines dropped.
@@ -17,19 +19,12 @@ QStringList printed(const QString &form, const QStringList &fields)
 
 int leadingBlanks(const QString &line)
 {
-    int n = 0;
-    while (n < line.size() && line.at(n) == QLatin1Char(' '))
-        ++n;
-    return n;
+    return int(line.indexOf(QRegularExpression(QStringLiteral("\\S"))));
 }
 
 int lineStarting(const QStringList &lines, const QString &start)
 {
-    for (int i = 0; i < lines.size(); ++i) {
-        if (lines[i].startsWith(start))
-            return i;
-    }
-    return -1;
+    return int(lines.indexOf(QRegularExpression(QRegularExpression::escape(start) + QStringLiteral(".*"))));
 }
 
 } // namespace
