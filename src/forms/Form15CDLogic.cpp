@@ -75,6 +75,19 @@ void Form15CDLogic::buildReport()
         buildReport15D();
 }
 
+// The address to the Assessing Officer both applications open with, after their title.
+void Form15CDLogic::salutation(ReportRows &row)
+{
+    IReportObject &r = FormSupport::report();
+    r.printtext();
+    row.line(QStringLiteral("To"));
+    row.line(QStringLiteral("The Assessing Officer"));
+    row.line(field(0));
+    r.printtext();
+    row.line(QStringLiteral("Sir,"));
+    r.printtext();
+}
+
 // The declaration and the signature block both applications end with.
 void Form15CDLogic::closing(ReportRows &row)
 {
@@ -102,13 +115,7 @@ void Form15CDLogic::buildReport15C()
                  + QStringLiteral("Application by a banking company for a certificate under section 195(3) of the "
                                   "Income-tax Act, 1961, for receipt of interest and other sums without deduction of tax"),
              ReportRows::Centre);
-    r.printtext();
-    row.line(QStringLiteral("To"));
-    row.line(QStringLiteral("The Assessing Officer"));
-    row.line(field(0));
-    r.printtext();
-    row.line(QStringLiteral("Sir,"));
-    r.printtext();
+    salutation(row);
     row.line(QStringLiteral("    I, ") + d.Name() + QStringLiteral(" being the principal officer of ") + firm
              + QStringLiteral(" hereby declare:"));
     r.printtext();
@@ -152,13 +159,7 @@ void Form15CDLogic::buildReport15D()
                                   "section 195(3) of the Income-tax Act, 1961, for receipt of sums other than interest "
                                   "and dividends without deduction of tax"),
              ReportRows::Centre);
-    r.printtext();
-    row.line(QStringLiteral("To"));
-    row.line(QStringLiteral("The Assessing Officer"));
-    row.line(field(0));
-    r.printtext();
-    row.line(QStringLiteral("Sir,"));
-    r.printtext();
+    salutation(row);
     row.line(QStringLiteral("    I, ") + bold(d.Name()) + QStringLiteral(" being the principal officer of ") + bold(firm)
              + QStringLiteral(" / We ") + bold(firm) + QStringLiteral(" do hereby declare:"));
     r.printtext();

@@ -39,6 +39,7 @@ public:
 private:
     void buildReport15C();
     void buildReport15D();
+    void salutation(ReportRows &row);
     void closing(ReportRows &row);
 
     Kind m_kind;

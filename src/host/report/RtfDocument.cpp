@@ -121,17 +121,22 @@ QList<RtfToken> tokenizeRtf(const QByteArray &rtf)
         out.append(t);
     };
 
+    // A brace token takes the hidden state of the group it opens or closes.
+    auto pushBrace = [&](RtfToken::Kind kind, int at) {
+        RtfToken t;
+        t.kind = kind;
+        t.start = at;
+        t.end = at + 1;
+        t.hidden = stack.last().hidden;
+        out.append(t);
+    };
+
     int i = 0;
     while (i < n) {
         const char c = rtf.at(i);
         if (c == '{') {
             groupStart = false;
-            RtfToken t;
-            t.kind = RtfToken::GroupOpen;
-            t.start = i;
-            t.end = i + 1;
-            t.hidden = stack.last().hidden;
-            out.append(t);
+            pushBrace(RtfToken::GroupOpen, i);
             stack.append(stack.last());
             groupStart = true;
             ++i;
@@ -139,12 +144,7 @@ QList<RtfToken> tokenizeRtf(const QByteArray &rtf)
         }
         if (c == '}') {
             groupStart = false;
-            RtfToken t;
-            t.kind = RtfToken::GroupClose;
-            t.start = i;
-            t.end = i + 1;
-            t.hidden = stack.last().hidden;
-            out.append(t);
+            pushBrace(RtfToken::GroupClose, i);
             if (stack.size() > 1)
                 stack.removeLast();
             ++i;
