@@ -2,14 +2,19 @@
 
 #include "CliContext.h"
 
-#include "forms/StoredFormPrint.h"
+#include "entry/FormRegistry.h"
+#include "shared/FormLogic.h"
 #include "shared/modbase.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace {
 
 QString usage()
 {
-    return QStringLiteral("usage: tdsforms-cli print 15c|15d|15i --deductor CODE --year YYYY-YY (--text | --pdf FILE)");
+    return QStringLiteral("usage: tdsforms-cli print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)")
+        .arg(FormRegistry::cliKeys());
 }
 
 int fail(const QString &message, bool withUsage = false)
@@ -19,18 +24,6 @@ int fail(const QString &message, bool withUsage = false)
         cli::err() << usage() << '\n';
     cli::err().flush();
     return withUsage ? 2 : 1;
-}
-
-bool deductorExists(IDataObject &data, const QString &code)
-{
-    Recordset rs;
-    if (!data.RecordsetQuery(rs, QStringLiteral("Select * From Main_Info Where Code_No='") + data.TruncVarSQL(code)
-                                     + QStringLiteral("'"),
-                             data.cnnobj(), 3, 3, 1))
-        return false;
-    const bool found = !rs.isBOF() && !rs.isEOF();
-    rs.close();
-    return found;
 }
 
 } // namespace
@@ -71,10 +64,10 @@ int cmdPrint(const QStringList &argsIn)
         }
     }
 
-    const std::optional<StoredFormPrint::Form> form = StoredFormPrint::parseForm(formName);
-    if (!form)
-        return fail(formName.isEmpty() ? QStringLiteral("which form? 15c, 15d or 15i")
-                                       : QStringLiteral("unknown form %1 (15c, 15d or 15i)").arg(formName),
+    const FormDescriptor *form = FormRegistry::byCliKey(formName);
+    if (!form || !form->logic)
+        return fail(formName.isEmpty() ? QStringLiteral("which form? %1").arg(FormRegistry::cliKeys())
+                                       : QStringLiteral("unknown form %1 (%2)").arg(formName, FormRegistry::cliKeys()),
                     true);
     if (deductor.isEmpty())
         return fail(QStringLiteral("--deductor is required"), true);
@@ -82,18 +75,27 @@ int cmdPrint(const QStringList &argsIn)
         return fail(QStringLiteral("\"%1\" is not an assessment year such as 2024-25").arg(year), true);
     if (text == !pdfPath.isEmpty())
         return fail(QStringLiteral("give exactly one of --text and --pdf FILE"), true);
+    // A mistyped folder is refused, not created.
+    const QFileInfo pdfFile(pdfPath);
+    if (!pdfPath.isEmpty() && !pdfFile.absoluteDir().exists())
+        return fail(QStringLiteral("the folder %1 does not exist; create it first or give --pdf a file in an existing folder")
+                        .arg(QDir::toNativeSeparators(pdfFile.absolutePath())));
 
     IDataObject *data = cli::startServices();
     if (!data)
         return 1;
     IReportObject *report = modbase::reportObject();
-    if (!deductorExists(*data, deductor))
-        return fail(QStringLiteral("unknown deductor %1").arg(deductor));
-
-    data->setCodeno(deductor);
-    data->setAsYear(year);
-    const bool built = modbase::errorTrap(QStringLiteral("tdsforms-cli"), QStringLiteral("print"),
-                                          [&] { StoredFormPrint::build(*form); });
+    QString why;
+    if (!cli::selectDeductorYear(*data, deductor, year, &why))
+        return fail(why);
+    std::unique_ptr<FormLogic> logic = form->logic();
+    if (!logic->load())
+        return fail(QStringLiteral("the stored %1 could not be read: %2").arg(QString::fromUtf8(form->caption), logic->loadError()));
+    const bool built = modbase::errorTrap(QStringLiteral("tdsforms-cli"), QStringLiteral("print"), [&] {
+        report->NewReport();
+        report->setDocumentName(logic->documentName());
+        logic->buildReport();
+    });
     if (!built)
         return fail(QStringLiteral("the report could not be built (see the error log)"));
 

@@ -2,8 +2,10 @@
 
 #include "DeductorDialog.h"
 
+#include "entry/FormRegistry.h"
 #include "host/DataHome.h"
 #include "host/IDataObject.h"
+#include "host/Settings.h"
 #include "json/Dialogs.h"
 #include "ui/WidgetDialogs.h"
 
@@ -22,6 +24,19 @@
 
 namespace {
 const int kOperationRole = Qt::UserRole + 1;
+const int kNameRole = Qt::UserRole + 2;
+
+const QRegularExpression &yearPattern()
+{
+    static const QRegularExpression year(QStringLiteral("^(\\d{4})-(\\d{2})$"));
+    return year;
+}
+
+bool isAssessmentYear(const QString &text)
+{
+    const auto m = yearPattern().match(text);
+    return m.hasMatch() && (m.captured(1).toInt() + 1) % 100 == m.captured(2).toInt();
+}
 
 // The assessment year that begins in the calendar year after the current financial year.
 QString defaultAssessmentYear()
@@ -39,8 +54,49 @@ MainWindow::MainWindow(IDataObject *data, std::unique_ptr<Forms> component, QWid
     setDialogs(nullptr);
     buildUi();
     fillFormList();
-    reloadDeductors(m_data->codeno());
+    // The operator carries on with the deductor and year of the last session.
+    const QString lastYear = Settings::value(lastYearKey()).toString();
+    if (isAssessmentYear(lastYear))
+        m_year->setText(lastYear);
+    const QString lastDeductor = Settings::value(lastDeductorKey()).toString();
+    reloadDeductors(lastDeductor.isEmpty() ? m_data->codeno() : lastDeductor);
+    connect(m_deductor, &QComboBox::currentIndexChanged, this, &MainWindow::selectionChanged);
+    connect(m_year, &QLineEdit::textChanged, this, &MainWindow::selectionChanged);
+    selectionChanged();
     updateStatus();
+    m_deductor->setFocus(Qt::OtherFocusReason);
+}
+
+QString MainWindow::lastDeductorKey()
+{
+    return QStringLiteral("host/lastDeductor");
+}
+
+QString MainWindow::lastYearKey()
+{
+    return QStringLiteral("host/lastYear");
+}
+
+QString MainWindow::selectionTitle() const
+{
+    QStringList parts;
+    const QString code = m_deductor->currentData().toString();
+    if (!code.isEmpty())
+        parts << code + QLatin1Char(' ') + m_deductor->currentData(kNameRole).toString();
+    if (isAssessmentYear(m_year->text()))
+        parts << QStringLiteral("AY ") + m_year->text();
+    return parts.join(QStringLiteral(" - "));
+}
+
+void MainWindow::selectionChanged()
+{
+    const QString selection = selectionTitle();
+    setWindowTitle(selection.isEmpty() ? QStringLiteral("TDS Forms") : QStringLiteral("TDS Forms - ") + selection);
+    const QString code = m_deductor->currentData().toString();
+    if (!code.isEmpty())
+        Settings::setValue(lastDeductorKey(), code);
+    if (isAssessmentYear(m_year->text()))
+        Settings::setValue(lastYearKey(), m_year->text());
 }
 
 void MainWindow::setDialogs(Dialogs *dialogs)
@@ -121,7 +177,7 @@ void MainWindow::fillFormList()
     m_forms->clear();
     QHash<QString, QTreeWidgetItem *> families;
     QTreeWidgetItem *firstAvailable = nullptr;
-    for (const Forms::Operation &op : Forms::operations()) {
+    for (const FormDescriptor &op : FormRegistry::all()) {
         const QString family = QString::fromUtf8(op.family);
         QTreeWidgetItem *&group = families[family];
         if (!group) {
@@ -132,10 +188,10 @@ void MainWindow::fillFormList()
             bold.setBold(true);
             group->setFont(0, bold);
         }
-        const bool available = op.factory != nullptr;
+        const bool available = op.available();
         auto *item = new QTreeWidgetItem(group, {QString::fromUtf8(op.caption),
                                                  available ? QStringLiteral("yes") : QStringLiteral("not in this version")});
-        item->setData(0, kOperationRole, QString::fromLatin1(op.name));
+        item->setData(0, kOperationRole, QString::fromLatin1(op.operation));
         if (!available)
             item->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
         if (available && !firstAvailable)
@@ -150,8 +206,10 @@ void MainWindow::reloadDeductors(const QString &select)
     m_deductor->clear();
     Recordset rs;
     if (m_data->RecordsetQuery(rs, QStringLiteral("Select Code_No, Name From Main_Info Order By Code_No"), m_data->cnnobj())) {
-        for (; !rs.isEOF(); rs.moveNext())
+        for (; !rs.isEOF(); rs.moveNext()) {
             m_deductor->addItem(rs.text(0) + QStringLiteral("  -  ") + rs.text(1), rs.text(0));
+            m_deductor->setItemData(m_deductor->count() - 1, rs.text(1), kNameRole);
+        }
     }
     const int index = m_deductor->findData(select);
     m_deductor->setCurrentIndex(index >= 0 ? index : 0);
@@ -165,9 +223,7 @@ bool MainWindow::applySelection()
         m_deductor->setFocus();
         return false;
     }
-    static const QRegularExpression year(QStringLiteral("^(\\d{4})-(\\d{2})$"));
-    const auto m = year.match(m_year->text());
-    if (!m.hasMatch() || (m.captured(1).toInt() + 1) % 100 != m.captured(2).toInt()) {
+    if (!isAssessmentYear(m_year->text())) {
         m_dialogs->inform(QStringLiteral("Type the assessment year as four digits, a hyphen and two digits, for example 2025-26."));
         m_year->setFocus();
         m_year->selectAll();
@@ -180,18 +236,17 @@ bool MainWindow::applySelection()
 
 bool MainWindow::openForm(const QString &operationName)
 {
-    for (const Forms::Operation &op : Forms::operations()) {
-        if (QLatin1String(op.name) != operationName)
-            continue;
+    if (const FormDescriptor *op = FormRegistry::byOperation(operationName)) {
         if (!applySelection())
             return false;
-        std::unique_ptr<QDialog> form((m_component.get()->*op.call)());
+        std::unique_ptr<QDialog> form(m_component->open(operationName));
         if (!form) {
             m_dialogs->inform(    QStringLiteral("%1 is not available in this version of TDS Forms.")
-                                         .arg(QString::fromUtf8(op.caption)));
+                                         .arg(QString::fromUtf8(op->caption)));
             return false;
         }
         form->setParent(this, form->windowFlags() | Qt::Dialog);
+        form->setWindowTitle(form->windowTitle() + QStringLiteral(" - ") + selectionTitle());
         form->setWindowModality(Qt::ApplicationModal);
         form->exec();
         return true;

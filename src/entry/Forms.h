@@ -42,21 +42,12 @@ public:
     QDialog *Form49BCH();
     QDialog *FormEPayITD();
 
-    // The form operations in interface order (MyDllVersion, number 0, is not among them).
-    struct Operation {
-        const char *name;       // operation name, e.g. "Form15C"
-        const char *tag;        // error-log tag, e.g. "Form15C"
-        const char *caption;    // statutory name shown to the user
-        const char *family;     // group in the host's list
-        QDialog *(Forms::*call)();
-        QDialog *(*factory)();  // nothing when the form is not built into this version
-    };
-    static const std::vector<Operation> &operations();
+    // Any operation by its name ("Form15C"); nothing (logged) when it has no form here.
+    QDialog *open(const QString &operation);
 
     // Objects of the component alive now (Forms instances and the windows they returned).
     static int liveObjects();
 
 private:
     Forms();
-    QDialog *make(const char *operationName);
 };

@@ -1,20 +1,29 @@
 #include "forms/Form15CDLogic.h"
 
-#include "forms/FormStore.h"
 #include "forms/FormSupport.h"
 #include "forms/ReportRows.h"
 #include "shared/modbase.h"
 
 using namespace ReportText;
 
-Form15CDLogic::Form15CDLogic(Kind kind) : m_kind(kind)
+Form15CDLogic::Form15CDLogic(Kind kind)
+    : PeriodRowForm(kind == Kind::C ? QStringLiteral("Form15C") : QStringLiteral("Form15D"), slotsOf(kind)),
+      m_kind(kind)
 {
-    m_fields.resize(kind == Kind::C ? 4 : 5);
 }
 
-QString Form15CDLogic::tableName() const
+SlotTable Form15CDLogic::slotsOf(Kind kind)
 {
-    return m_kind == Kind::C ? QStringLiteral("Form15C") : QStringLiteral("Form15D");
+    if (kind == Kind::C)
+        return {{.caption = QStringLiteral("Assessing &Officer"), .width = 255},
+                {.caption = QStringLiteral("&Branch(es) in India at"), .width = 255},
+                {.caption = QStringLiteral("&Head office situated at"), .width = 255},
+                {.caption = QStringLiteral("&Financial year"), .width = 255}};
+    return {{.caption = QStringLiteral("Assessing &Officer"), .width = 255},
+            {.caption = QStringLiteral("&Name(s) of the branch(es)"), .width = 255},
+            {.caption = QStringLiteral("Office(s) of the branch(es) &at"), .width = 255},
+            {.caption = QStringLiteral("&Head office situated at"), .width = 255},
+            {.caption = QStringLiteral("&Financial year"), .width = 255}};
 }
 
 QString Form15CDLogic::module() const
@@ -22,49 +31,9 @@ QString Form15CDLogic::module() const
     return m_kind == Kind::C ? QStringLiteral("frm15c") : QStringLiteral("frm15d");
 }
 
-void Form15CDLogic::setField(int index, const QString &text)
+QString Form15CDLogic::documentBase() const
 {
-    if (index >= 0 && index < m_fields.size())
-        m_fields[index] = text;
-}
-
-void Form15CDLogic::load()
-{
-    modbase::errorTrap(module(), QStringLiteral("Form_Load"), [&] {
-        for (QString &f : m_fields)
-            f.clear();
-        m_periodCode = modbase::GETPERIODCODEOTH();
-        IDataObject &d = FormSupport::data();
-        Recordset rs;
-        const QString sql = QStringLiteral("Select * from ") + tableName() + QStringLiteral(" where period_code=")
-            + QString::number(m_periodCode);
-        if (!d.RecordsetQuery(rs, sql, d.cnnobj(), 3, 3, 1))
-            throw TdsError(long(d.lastErrorNumber()), d.lastError(), QStringLiteral("ZeltBase.ClsData"));
-        if (!rs.isBOF() && !rs.isEOF()) {
-            for (int i = 0; i < m_fields.size(); ++i)
-                m_fields[i] = rs.text(i + 1);
-        }
-        rs.close();
-    });
-}
-
-bool Form15CDLogic::save()
-{
-    return modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
-        IDataObject &d = FormSupport::data();
-        const QString code = QString::number(m_periodCode);
-        QString insert = QStringLiteral("Insert into ") + tableName() + QStringLiteral(" Values (") + code;
-        for (const QString &f : m_fields)
-            insert += QLatin1Char(',') + FormStore::quoted(d, f);
-        insert += QLatin1Char(')');
-        FormStore::replaceRows(d, QStringLiteral("Delete from ") + tableName() + QStringLiteral(" where period_code=") + code,
-                               {insert});
-    });
-}
-
-void Form15CDLogic::print()
-{
-    modbase::printCommand(module(), [this] { buildReport(); });
+    return tableName();
 }
 
 void Form15CDLogic::buildReport()

@@ -1,7 +1,7 @@
 #include "forms/Form15ILogic.h"
 
-#include "forms/FormStore.h"
 #include "forms/FormSupport.h"
+#include "shared/FieldRules.h"
 #include "forms/ReportRows.h"
 #include "shared/modbase.h"
 
@@ -29,67 +29,59 @@ void Form15ILogic::setRegistrationDate(int srNo, const QString &text)
         m_date[srNo] = text;
 }
 
-void Form15ILogic::normaliseDate(int srNo)
+const Slot &Form15ILogic::registrationSlot()
 {
-    if (!validLine(srNo))
-        return;
-    modbase::errorTrap(module(), QStringLiteral("txtfields2_LostFocus"), [&] {
-        m_date[srNo] = FormSupport::data().convertdate(m_date[srNo]);
-    });
+    static const Slot slot{.caption = QStringLiteral("&Registration Number"), .width = 255};
+    return slot;
+}
+
+const Slot &Form15ILogic::dateSlot()
+{
+    static const Slot slot{.caption = QStringLiteral("&Date of Registration"), .kind = FieldKind::Date, .width = 10};
+    return slot;
 }
 
 QString Form15ILogic::financialYear(const QString &asYear)
 {
-    return QString::number(FormSupport::leadingNumber(asYear.left(4)) - 1) + QLatin1Char('-') + asYear.mid(2, 2);
+    return QString::number(int(FieldRules::leadingNumber(asYear.left(4))) - 1) + QLatin1Char('-') + asYear.mid(2, 2);
 }
 
-void Form15ILogic::load()
+void Form15ILogic::clear()
 {
-    modbase::errorTrap(module(), QStringLiteral("Form_Load"), [&] {
-        for (int i = 1; i <= lineCount; ++i) {
-            m_registration[i].clear();
-            m_date[i].clear();
-        }
-        m_periodCode = modbase::GETPERIODCODEOTH();
-        IDataObject &d = FormSupport::data();
-        Recordset rs;
-        if (!d.RecordsetQuery(rs, QStringLiteral("Select * from Form15I where period_code=") + QString::number(m_periodCode),
-                              d.cnnobj(), 3, 3, 1))
-            throw TdsError(long(d.lastErrorNumber()), d.lastError(), QStringLiteral("ZeltBase.ClsData"));
-        for (; !rs.isEOF(); rs.moveNext()) {
-            const int srNo = rs.field(1).toInt();
-            // Only lines 1 and 2 have fields on the screen.
-            if (!validLine(srNo))
-                continue;
-            m_registration[srNo] = rs.text(2);
-            m_date[srNo] = rs.text(3);
-        }
-        rs.close();
-    });
+    for (int i = 1; i <= lineCount; ++i) {
+        m_registration[i].clear();
+        m_date[i].clear();
+    }
 }
 
-bool Form15ILogic::save()
+void Form15ILogic::readRows(IDataObject &data)
 {
-    return modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
-        IDataObject &d = FormSupport::data();
-        const QString code = QString::number(m_periodCode);
-        QStringList inserts;
-        for (int srNo = 1; srNo <= lineCount; ++srNo) {
-            const QString reg = m_registration[srNo].trimmed();
-            const QString date = m_date[srNo].trimmed();
-            if (reg.isEmpty() && date.isEmpty())
-                continue;
-            inserts << QStringLiteral("Insert into Form15I Values (") + code + QLatin1Char(',') + QString::number(srNo)
-                    + QLatin1Char(',') + FormStore::quoted(d, reg) + QLatin1Char(',') + FormStore::quoted(d, date)
-                    + QLatin1Char(')');
-        }
-        FormStore::replaceRows(d, QStringLiteral("Delete from Form15I where period_code=") + code, inserts);
-    });
+    Recordset rs;
+    query(data, rs, QStringLiteral("Select * from Form15I where period_code=") + QString::number(m_periodCode));
+    for (; !rs.isEOF(); rs.moveNext()) {
+        const int srNo = rs.field(1).toInt();
+        // Only lines 1 and 2 have fields on the screen.
+        if (!validLine(srNo))
+            continue;
+        m_registration[srNo] = rs.text(2);
+        m_date[srNo] = rs.text(3);
+    }
+    rs.close();
 }
 
-void Form15ILogic::print()
+QStringList Form15ILogic::saveStatements(IDataObject &data)
 {
-    modbase::printCommand(module(), [this] { buildReport(); });
+    const QString code = QString::number(m_periodCode);
+    QStringList statements{QStringLiteral("Delete from Form15I where period_code=") + code};
+    for (int srNo = 1; srNo <= lineCount; ++srNo) {
+        const QString reg = m_registration[srNo].trimmed();
+        const QString date = m_date[srNo].trimmed();
+        if (reg.isEmpty() && date.isEmpty())
+            continue;
+        statements << QStringLiteral("Insert into Form15I Values (") + code + QLatin1Char(',') + QString::number(srNo)
+                          + QLatin1Char(',') + data.quoted(reg) + QLatin1Char(',') + data.quoted(date) + QLatin1Char(')');
+    }
+    return statements;
 }
 
 void Form15ILogic::buildReport()

@@ -1,19 +1,17 @@
 #include "forms/Frm15CDWindow.h"
 
-#include "forms/FormLayout.h"
 #include "shared/modbase.h"
+#include "ui/FormLayout.h"
+#include "ui/SlotFields.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 
 Frm15CDWindow::Frm15CDWindow(Form15CDLogic::Kind kind, const QString &formNumber, const QString &description,
-                             const QStringList &captions, QWidget *parent)
-    : FormWindow(parent), m_logic(kind)
+                             QWidget *parent)
+    : LogicWindow(m_logic, formNumber, parent), m_logic(kind)
 {
-    setObjectName(m_logic.module());
     QBoxLayout *panel = FormLayout::centredPanel(this, formNumber.toUpper(), description);
     setWindowTitle(formNumber);
 
@@ -21,56 +19,36 @@ Frm15CDWindow::Frm15CDWindow(Form15CDLogic::Kind kind, const QString &formNumber
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     form->setHorizontalSpacing(12);
-    QWidget *frame = panel->parentWidget();
-    for (int i = 0; i < m_logic.fieldCount(); ++i) {
-        auto *edit = new QLineEdit(frame);
-        edit->setObjectName(fieldName(i));
-        edit->setMaxLength(255);
-        edit->setMinimumWidth(380);
-        auto *label = new QLabel(captions.value(i), frame);
-        label->setBuddy(edit);
-        form->addRow(label, edit);
-        connect(edit, &QLineEdit::textChanged, this, [this, i](const QString &text) { m_logic.setField(i, text); });
-        m_txtfields << edit;
-    }
+    m_txtfields = new SlotFields(QStringLiteral("txtfields"), m_logic.slotTable(), panel->parentWidget());
+    m_txtfields->addRows(form);
+    m_txtfields->bind(this, modbase::dataObject());
+    connect(m_txtfields, &SlotFields::valueChanged, this, [this](int i, const QString &text) { m_logic.setField(i, text); });
     panel->addLayout(form);
-
-    m_cmdupdate = FormLayout::button(frame, "cmdupdate", QStringLiteral("&Save"));
-    m_cmdshowrep = FormLayout::button(frame, "cmdshowrep", QStringLiteral("&Print"));
-    FormLayout::addButtonRow(panel, {m_cmdupdate, m_cmdshowrep});
-    connect(m_cmdupdate, &QPushButton::clicked, this, &Frm15CDWindow::on_cmdupdate_clicked);
-    connect(m_cmdshowrep, &QPushButton::clicked, this, &Frm15CDWindow::on_cmdshowrep_clicked);
-
+    addButtons(panel);
     formLoad();
+}
+
+QLineEdit *Frm15CDWindow::txtfields(int index) const
+{
+    return qobject_cast<QLineEdit *>(m_txtfields->widget(index));
+}
+
+int Frm15CDWindow::fieldCount() const
+{
+    return m_txtfields->count();
 }
 
 QString Frm15CDWindow::fieldName(int index)
 {
-    return QStringLiteral("txtfields_") + QString::number(index);
-}
-
-void Frm15CDWindow::formLoad()
-{
-    modbase::errorTrap(m_logic.module(), QStringLiteral("Form_Load"), [this] {
-        if (IDataObject *d = modbase::dataObject())
-            d->Resize_For_Resolution(this);
-    });
-    m_logic.load();
-    showFields();
+    return SlotFields::controlName(QStringLiteral("txtfields"), index);
 }
 
 void Frm15CDWindow::showFields()
 {
-    for (int i = 0; i < m_txtfields.size(); ++i)
-        m_txtfields[i]->setText(m_logic.field(i));
+    m_txtfields->setValues(m_logic.fields());
 }
 
-void Frm15CDWindow::on_cmdupdate_clicked()
+void Frm15CDWindow::setFieldsReadOnly(bool readOnly)
 {
-    m_logic.save();
-}
-
-void Frm15CDWindow::on_cmdshowrep_clicked()
-{
-    m_logic.print();
+    m_txtfields->setReadOnly(readOnly);
 }

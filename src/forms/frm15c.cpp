@@ -5,8 +5,6 @@ frm15c::frm15c(QWidget *parent)
                     QStringLiteral("[See Rule 29B]\nApplication by a banking company for a certificate under "
                                    "section 195(3) of the Income-tax Act, 1961, for receipt of interest and other "
                                    "sums without deduction of tax"),
-                    {QStringLiteral("Assessing &Officer"), QStringLiteral("&Branch(es) in India at"),
-                     QStringLiteral("&Head office situated at"), QStringLiteral("&Financial year")},
                     parent)
 {
 }

@@ -5,9 +5,6 @@ frm15d::frm15d(QWidget *parent)
                     QStringLiteral("[See Rule 29B]\nApplication by a person other than a banking company for a "
                                    "certificate under section 195(3) of the Income-tax Act, 1961, for receipt of sums "
                                    "other than interest and dividends without deduction of tax"),
-                    {QStringLiteral("Assessing &Officer"), QStringLiteral("&Name(s) of the branch(es)"),
-                     QStringLiteral("Office(s) of the branch(es) &at"), QStringLiteral("&Head office situated at"),
-                     QStringLiteral("&Financial year")},
                     parent)
 {
 }

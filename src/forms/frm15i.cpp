@@ -1,8 +1,8 @@
 #include "forms/frm15i.h"
 
-#include "forms/FormLayout.h"
+#include "ui/FormLayout.h"
 #include "shared/modbase.h"
-#include "ui/FieldBehaviour.h"
+#include "ui/SlotFields.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>
@@ -10,9 +10,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-frm15i::frm15i(QWidget *parent) : FormWindow(parent)
+frm15i::frm15i(QWidget *parent) : LogicWindow(m_logic, QStringLiteral("Form 15I"), parent)
 {
-    setObjectName(QStringLiteral("frm15i"));
     setWindowTitle(QStringLiteral("Form No. 15I"));
     QBoxLayout *panel = FormLayout::centredPanel(
         this, QStringLiteral("FORM NO. 15I"),
@@ -55,6 +54,8 @@ frm15i::frm15i(QWidget *parent) : FormWindow(parent)
         grid->addWidget(number, srNo, 0, Qt::AlignCenter);
         grid->addWidget(reg, srNo, 1);
         grid->addWidget(date, srNo, 2);
+        SlotFields::applyRules(this, reg, Form15ILogic::registrationSlot(), modbase::dataObject());
+        SlotFields::applyRules(this, date, Form15ILogic::dateSlot(), modbase::dataObject());
         connect(reg, &QLineEdit::textChanged, this, [this, srNo](const QString &t) { m_logic.setRegistration(srNo, t); });
         connect(date, &QLineEdit::textChanged, this,
                 [this, srNo](const QString &t) { m_logic.setRegistrationDate(srNo, t); });
@@ -66,20 +67,14 @@ frm15i::frm15i(QWidget *parent) : FormWindow(parent)
     grid->setColumnStretch(1, 1);
     panel->addLayout(grid);
 
-    m_cmdupdate = FormLayout::button(frame, "cmdupdate", QStringLiteral("&Save"));
-    m_cmdshowrep = FormLayout::button(frame, "cmdshowrep", QStringLiteral("&Print"));
-    FormLayout::addButtonRow(panel, {m_cmdupdate, m_cmdshowrep});
-    connect(m_cmdupdate, &QPushButton::clicked, this, &frm15i::on_cmdupdate_clicked);
-    connect(m_cmdshowrep, &QPushButton::clicked, this, &frm15i::on_cmdshowrep_clicked);
+    addButtons(panel);
 
     // Row by row: number, then date, then the next line.
     setTabOrder(m_txtfields1[1], m_txtfields2[1]);
     setTabOrder(m_txtfields2[1], m_txtfields1[2]);
     setTabOrder(m_txtfields1[2], m_txtfields2[2]);
-    setTabOrder(m_txtfields2[2], m_cmdupdate);
-    setTabOrder(m_cmdupdate, m_cmdshowrep);
-
-    connect(fieldBehaviour(), &FieldBehaviour::fieldLeft, this, &frm15i::fieldLeft);
+    setTabOrder(m_txtfields2[2], cmdupdate());
+    setTabOrder(cmdupdate(), cmdshowrep());
     formLoad();
 }
 
@@ -98,16 +93,6 @@ QLineEdit *frm15i::txtfields2(int srNo) const
     return srNo >= 1 && srNo <= Form15ILogic::lineCount ? m_txtfields2[srNo] : nullptr;
 }
 
-void frm15i::formLoad()
-{
-    modbase::errorTrap(m_logic.module(), QStringLiteral("Form_Load"), [this] {
-        if (IDataObject *d = modbase::dataObject())
-            d->Resize_For_Resolution(this);
-    });
-    m_logic.load();
-    showFields();
-}
-
 void frm15i::showFields()
 {
     for (int srNo = 1; srNo <= Form15ILogic::lineCount; ++srNo) {
@@ -116,22 +101,10 @@ void frm15i::showFields()
     }
 }
 
-void frm15i::fieldLeft(QWidget *field)
+void frm15i::setFieldsReadOnly(bool readOnly)
 {
     for (int srNo = 1; srNo <= Form15ILogic::lineCount; ++srNo) {
-        if (field != m_txtfields2[srNo])
-            continue;
-        m_logic.normaliseDate(srNo);
-        m_txtfields2[srNo]->setText(m_logic.registrationDate(srNo));
+        m_txtfields1[srNo]->setReadOnly(readOnly);
+        m_txtfields2[srNo]->setReadOnly(readOnly);
     }
-}
-
-void frm15i::on_cmdupdate_clicked()
-{
-    m_logic.save();
-}
-
-void frm15i::on_cmdshowrep_clicked()
-{
-    m_logic.print();
 }

@@ -3,12 +3,11 @@
 // carriages. The two lines of the vehicle table are txtfields1(1..2) (registration number)
 // and txtfields2(1..2) (date of registration).
 #include "forms/Form15ILogic.h"
-#include "ui/FormWindow.h"
+#include "ui/LogicWindow.h"
 
 class QLineEdit;
-class QPushButton;
 
-class frm15i : public FormWindow
+class frm15i : public LogicWindow
 {
     Q_OBJECT
 public:
@@ -21,18 +20,11 @@ public:
     // Object names: "txtfields1_<srNo>", "txtfields2_<srNo>".
     static QString fieldName(int array, int srNo);
 
-public slots:
-    void on_cmdupdate_clicked();
-    void on_cmdshowrep_clicked();
-
 private:
-    void formLoad();
-    void showFields();
-    void fieldLeft(QWidget *field);
+    void showFields() override;
+    void setFieldsReadOnly(bool readOnly) override;
 
     Form15ILogic m_logic;
     QLineEdit *m_txtfields1[Form15ILogic::lineCount + 1] = {};
     QLineEdit *m_txtfields2[Form15ILogic::lineCount + 1] = {};
-    QPushButton *m_cmdupdate = nullptr;
-    QPushButton *m_cmdshowrep = nullptr;
 };

@@ -28,6 +28,9 @@ public:
                                 int cursorType = 3, int lockType = 3, int options = 1) = 0;
     // Executes a statement returning no rows; false on failure (logged, never thrown).
     virtual bool ConQuery(const QString &sql) = 0;
+    // As ConQuery, but a failure with server error expectedError (1062: an insert race the
+    // caller retries) is the caller's to handle and not logged; any other failure is.
+    virtual bool ConQueryExpecting(const QString &sql, unsigned expectedError) = 0;
     virtual QString lastError() const = 0;
     virtual unsigned lastErrorNumber() const = 0;      // server error number, 1062 duplicate key
     virtual bool BeginTrans() = 0;
@@ -72,6 +75,8 @@ public:
     virtual bool ValidPan(const QString &text) const = 0;
     virtual bool ValidTan(const QString &text) const = 0;
     virtual QString TruncVarSQL(const QString &text) const = 0;
+    // The one way a text value goes into a statement: between single quotes, made safe.
+    QString quoted(const QString &text) const { return QLatin1Char('\'') + TruncVarSQL(text) + QLatin1Char('\''); }
     virtual QString GetStateCode(const QString &stateName) = 0;
     virtual void ComboFillStateList(QComboBox *combo) = 0;
     virtual void WaitForSeconds(double seconds) = 0;

@@ -13,6 +13,13 @@ public:
                         Icon icon = Icon::Information) = 0;
     virtual bool askYesNo(const QString &message, const QString &title = QString(),
                           Icon icon = Icon::Question) = 0;
+    // The same question with the button that Enter presses given: destructive actions
+    // default to No.
+    virtual bool ask(const QString &message, Icon icon, bool yesIsDefault)
+    {
+        Q_UNUSED(yesIsDefault);
+        return askYesNo(message, QString(), icon);
+    }
     // Returns the text entered; the default when the user accepts it unchanged,
     // the empty text when the user cancels.
     virtual QString input(const QString &prompt, const QString &title,

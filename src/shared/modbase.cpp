@@ -123,8 +123,11 @@ int GETPERIODCODEOTH()
             if (last + 1 > INT_MAX)
                 throw TdsError(6, QStringLiteral("Overflow"));
             const int next = int(last + 1);
-            if (d.ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(") + QString::number(next) + QStringLiteral(",'")
-                           + codeNo + QStringLiteral("','") + year + QStringLiteral("')"))) {
+            // A lost race is expected here and retried, so it is not an error for the log.
+            if (d.ConQueryExpecting(QStringLiteral("Insert Into Period_Det_Oth Values(") + QString::number(next)
+                                        + QStringLiteral(",'") + codeNo + QStringLiteral("','") + year
+                                        + QStringLiteral("')"),
+                                    1062)) {
                 d.ConQuery(QStringLiteral("Flush Tables"));
                 code = next;
                 return;
@@ -251,7 +254,7 @@ void MULTISPCJS1(QVariantList &values, QList<qint16> &widths, QList<qint32> &ali
     });
 }
 
-void printCommand(const QString &module, const std::function<void()> &builder)
+void printCommand(const QString &module, const std::function<void()> &builder, const QString &documentName)
 {
     // The hourglass goes back whatever the builder does.
     struct CursorGuard {
@@ -280,6 +283,7 @@ void printCommand(const QString &module, const std::function<void()> &builder)
                 noObject(ProgId::ReportObject);
             report->setWinModeReport(d.ModePrint() == 2);
             report->NewReport();
+            report->setDocumentName(documentName);
             builder();
             report->ShowReport();
         }

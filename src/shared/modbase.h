@@ -67,6 +67,8 @@ void MULTISPCJS1(QVariantList &values, QList<qint16> &widths, QList<qint32> &ali
 
 // The print button: ShowFormInfo, hourglass; when ModePrint > 1 set WinModeReport,
 // NewReport, run the builder, ShowReport; cursor restored whatever happens.
-void printCommand(const QString &module, const std::function<void()> &builder);
+// documentName names a saved copy of the report ("Form15C_DEMO01_2024-25").
+void printCommand(const QString &module, const std::function<void()> &builder,
+                  const QString &documentName = QString());
 
 } // namespace modbase

@@ -1,13 +1,17 @@
 #include "ui/FieldBehaviour.h"
 
+#include "ui/TabAdvance.h"
+
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextEdit>
+#include <QTimer>
 #include <QVariant>
 #include <QWidget>
 
@@ -71,6 +75,78 @@ void FieldBehaviour::attachAll(QWidget *root)
     }
 }
 
+QString FieldBehaviour::textOf(const QWidget *field)
+{
+    if (auto *line = qobject_cast<const QLineEdit *>(field))
+        return line->text();
+    if (auto *plain = qobject_cast<const QPlainTextEdit *>(field))
+        return plain->toPlainText();
+    if (auto *rich = qobject_cast<const QTextEdit *>(field))
+        return rich->toPlainText();
+    if (auto *combo = qobject_cast<const QComboBox *>(field))
+        return combo->currentText();
+    return QString();
+}
+
+void FieldBehaviour::setLeaveCheck(QWidget *field, LeaveCheck check)
+{
+    if (!field)
+        return;
+    attach(field);
+    m_checks.insert(field, std::move(check));
+    connect(field, &QObject::destroyed, this, [this, field] { m_checks.remove(field); });
+}
+
+QWidget *FieldBehaviour::checkedFieldFor(QWidget *focus) const
+{
+    for (QWidget *w = focus; w; w = w->parentWidget()) {
+        if (m_checks.contains(w))
+            return w;
+        if (w->isWindow())
+            break;
+    }
+    return nullptr;
+}
+
+bool FieldBehaviour::runCheck(QWidget *field)
+{
+    const auto it = m_checks.constFind(field);
+    if (it == m_checks.constEnd())
+        return true;
+    const QString text = textOf(field);
+    if (m_refused == field && m_refusedText == text)
+        return false;   // refused already, and nothing changed since
+    const LeaveCheck check = it.value();
+    if (check(field)) {
+        if (m_refused == field)
+            m_refused = nullptr;
+        return true;
+    }
+    m_refused = field;
+    m_refusedText = textOf(field);
+    return false;
+}
+
+bool FieldBehaviour::checkFocused()
+{
+    QWidget *field = checkedFieldFor(QApplication::focusWidget());
+    if (!field)
+        return true;
+    m_refused = nullptr;   // an action asks afresh, so a refusal is said again
+    if (runCheck(field))
+        return true;
+    field->setFocus(Qt::OtherFocusReason);
+    return false;
+}
+
+void FieldBehaviour::moveOn(QWidget *field)
+{
+    if (TabAdvance::moveToNextPage(field))
+        return;
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+    QCoreApplication::sendEvent(field, &tab);
+}
+
 void FieldBehaviour::paint(QWidget *field, const QColor &colour)
 {
     QPalette pal = field->palette();
@@ -89,17 +165,37 @@ bool FieldBehaviour::eventFilter(QObject *watched, QEvent *event)
         paint(field, focusColour());
         emit fieldEntered(field);
         break;
-    case QEvent::FocusOut:
+    case QEvent::FocusOut: {
         paint(field, normalColour());
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // A message box or another window taking focus is not leaving the field.
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)
+            break;
+        if (!runCheck(field)) {
+            QPointer<QWidget> back(field);
+            QTimer::singleShot(0, field, [back] {
+                if (back)
+                    back->setFocus(Qt::OtherFocusReason);
+            });
+            break;
+        }
         emit fieldLeft(field);
         break;
+    }
     case QEvent::KeyPress: {
         auto *key = static_cast<QKeyEvent *>(event);
         const Qt::KeyboardModifiers mods = key->modifiers() & ~Qt::KeypadModifier;
-        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && mods == Qt::NoModifier
-            && !isMultiLine(field)) {
-            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-            QCoreApplication::sendEvent(field, &tab);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && mods == Qt::NoModifier) {
+            if (auto *combo = qobject_cast<QComboBox *>(field); combo && combo->view()
+                && combo->view()->isVisible())
+                break;   // Enter picks from an open list
+            // A multi-line field breaks the line once; Enter straight after a break moves on.
+            if (isMultiLine(field)) {
+                const QString text = textOf(field);
+                if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
+                    break;
+            }
+            moveOn(field);
             return true;
         }
         if (key->key() == Qt::Key_Escape && mods == Qt::NoModifier) {
@@ -107,6 +203,8 @@ bool FieldBehaviour::eventFilter(QObject *watched, QEvent *event)
             if (auto *combo = qobject_cast<QComboBox *>(field); combo && combo->view()
                 && combo->view()->isVisible())
                 break;
+            if (!checkFocused())
+                return true;
             field->window()->close();
             return true;
         }

@@ -2,7 +2,10 @@
 // Entry-field behaviour shared by every window: focus colour, Enter moves on, capitals,
 // Escape closes the window (which then asks its exit question).
 #include <QColor>
+#include <QHash>
 #include <QObject>
+#include <QPointer>
+#include <functional>
 
 class QWidget;
 
@@ -24,6 +27,17 @@ public:
     static void markEmail(QWidget *field, bool email = true);
     static bool isEmail(const QWidget *field);
 
+    // Normalises the field and says whether it may be left; a refusal has been shown to the
+    // user already. Runs when the field loses focus and before any action taken by key.
+    using LeaveCheck = std::function<bool(QWidget *field)>;
+    void setLeaveCheck(QWidget *field, LeaveCheck check);
+    // The focused field's check, before a button's action (Alt+S, Alt+P, Escape): false
+    // keeps the focus in the field and the action must stop.
+    bool checkFocused();
+
+    // The text a field holds, whatever kind of editor it is.
+    static QString textOf(const QWidget *field);
+
     void attach(QWidget *field);
     // Every entry field under root that is not attached yet.
     void attachAll(QWidget *root);
@@ -38,4 +52,12 @@ protected:
 
 private:
     static void paint(QWidget *field, const QColor &colour);
+    bool runCheck(QWidget *field);
+    QWidget *checkedFieldFor(QWidget *focus) const;
+    void moveOn(QWidget *field);
+
+    QHash<QWidget *, LeaveCheck> m_checks;
+    // The field whose check refused last, and its text then: the same refusal is not shown twice.
+    QPointer<QWidget> m_refused;
+    QString m_refusedText;
 };

@@ -4,6 +4,10 @@
 #include "ui/WidgetDialogs.h"
 
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTimer>
 
 FormWindow::FormWindow(QWidget *parent)
     : QDialog(parent), m_ownDialogs(std::make_unique<WidgetDialogs>(this)),
@@ -26,20 +30,72 @@ QString FormWindow::exitQuestion()
     return QStringLiteral("Do you want to exit ?");
 }
 
+bool FormWindow::runAction(const std::function<void()> &action)
+{
+    if (!m_behaviour->checkFocused())
+        return false;
+    action();
+    return true;
+}
+
+void FormWindow::setStatusLabel(QLabel *label)
+{
+    m_status = label;
+}
+
+void FormWindow::showStatus(const QString &text)
+{
+    if (m_status)
+        m_status->setText(text);
+}
+
+QString FormWindow::statusText() const
+{
+    return m_status ? m_status->text() : QString();
+}
+
+QWidget *FormWindow::firstField() const
+{
+    QWidget *w = const_cast<FormWindow *>(this);
+    for (QWidget *next = w->nextInFocusChain(); next && next != this; next = next->nextInFocusChain()) {
+        if (!FieldBehaviour::isEntryField(next) || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus))
+            continue;
+        if (!next->isVisibleTo(w))
+            continue;
+        if (auto *line = qobject_cast<QLineEdit *>(next); line && line->isReadOnly())
+            continue;
+        if (auto *plain = qobject_cast<QPlainTextEdit *>(next); plain && plain->isReadOnly())
+            continue;
+        return next;
+    }
+    return nullptr;
+}
+
 void FormWindow::showEvent(QShowEvent *event)
 {
     // Fields are built by the time the window first shows; later ones are caught here too.
     m_behaviour->attachAll(this);
     QDialog::showEvent(event);
+    if (!m_shownOnce) {
+        m_shownOnce = true;
+        if (QWidget *first = firstField())
+            first->setFocus(Qt::TabFocusReason);
+    }
 }
 
 void FormWindow::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape && !(event->modifiers() & ~Qt::KeypadModifier)) {
-        close();
+        if (m_behaviour->checkFocused())
+            close();
         return;
     }
     QDialog::keyPressEvent(event);
+}
+
+bool FormWindow::confirmClose()
+{
+    return m_dialogs->askYesNo(exitQuestion(), QString(), Dialogs::Icon::Exclamation);
 }
 
 void FormWindow::reject()
@@ -48,7 +104,7 @@ void FormWindow::reject()
     if (m_asking)
         return;
     m_asking = true;
-    const bool leave = m_dialogs->askYesNo(exitQuestion(), QString(), Dialogs::Icon::Exclamation);
+    const bool leave = confirmClose();
     m_asking = false;
     if (leave)
         QDialog::reject();

@@ -1,12 +1,15 @@
 #pragma once
-// Base of every form window: installs the entry-field behaviour, and asks
-// "Do you want to exit ?" whenever the window is about to close (Escape, the title bar
-// button, close()). Answering No keeps the window open with its edits.
+// Base of every form window: installs the entry-field behaviour, opens with the cursor in
+// the first field, runs the focused field's check before any button action, shows a status
+// line, and asks its closing question whenever the window is about to close (Escape, the
+// title bar button, close()). Answering No keeps the window open with its edits.
 #include <QDialog>
+#include <functional>
 #include <memory>
 
 class Dialogs;
 class FieldBehaviour;
+class QLabel;
 
 class FormWindow : public QDialog
 {
@@ -22,10 +25,24 @@ public:
 
     static QString exitQuestion();   // "Do you want to exit ?"
 
+    // A button's action: the focused field's check first; a refusal stops it.
+    bool runAction(const std::function<void()> &action);
+
+    // The line under the buttons: "Form 15C saved", "2 of 5".
+    void setStatusLabel(QLabel *label);
+    void showStatus(const QString &text);
+    QString statusText() const;
+
+    // The entry field the window opens in: the first one in tab order that takes input.
+    QWidget *firstField() const;
+
 public slots:
     void reject() override;
 
 protected:
+    // Asked when the window is about to close; true lets it close. The default asks the
+    // exit question with the exclamation icon.
+    virtual bool confirmClose();
     void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -33,5 +50,7 @@ private:
     std::unique_ptr<Dialogs> m_ownDialogs;
     Dialogs *m_dialogs = nullptr;
     FieldBehaviour *m_behaviour = nullptr;
+    QLabel *m_status = nullptr;
     bool m_asking = false;
+    bool m_shownOnce = false;
 };

@@ -44,6 +44,14 @@ bool WidgetDialogs::askYesNo(const QString &message, const QString &title, Icon 
     return box.exec() == QMessageBox::Yes;
 }
 
+bool WidgetDialogs::ask(const QString &message, Icon icon, bool yesIsDefault)
+{
+    QMessageBox box(boxIcon(icon), titleOr(QString()), message, QMessageBox::Yes | QMessageBox::No, m_parent);
+    box.setDefaultButton(yesIsDefault ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
 QString WidgetDialogs::input(const QString &prompt, const QString &title, const QString &defaultText)
 {
     bool ok = false;

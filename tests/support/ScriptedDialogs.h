@@ -15,6 +15,7 @@ public:
         QString message;
         QString title;
         Icon icon = Icon::Information;
+        bool yesIsDefault = true;
     };
 
     QQueue<bool> answers;        // askYesNo; No when empty
@@ -28,6 +29,11 @@ public:
     bool askYesNo(const QString &message, const QString &title, Icon icon) override
     {
         asked << Asked{QStringLiteral("askYesNo"), message, title, icon};
+        return answers.isEmpty() ? false : answers.dequeue();
+    }
+    bool ask(const QString &message, Icon icon, bool yesIsDefault) override
+    {
+        asked << Asked{QStringLiteral("askYesNo"), message, QString(), icon, yesIsDefault};
         return answers.isEmpty() ? false : answers.dequeue();
     }
     QString input(const QString &prompt, const QString &title, const QString &defaultText) override

@@ -5,6 +5,7 @@
 
 class QBoxLayout;
 class QFrame;
+class QLabel;
 class QPushButton;
 class QWidget;
 
@@ -18,7 +19,7 @@ QBoxLayout *centredPanel(QWidget *window, const QString &formNumber, const QStri
 // A push button with its object name and captioned with an access key ("&Save").
 QPushButton *button(QWidget *parent, const char *objectName, const QString &caption);
 
-// The buttons right-aligned at the bottom of the panel.
-void addButtonRow(QBoxLayout *panel, std::initializer_list<QPushButton *> buttons);
+// The buttons right-aligned at the bottom of the panel; returns the status line on their left.
+QLabel *addButtonRow(QBoxLayout *panel, std::initializer_list<QPushButton *> buttons);
 
 } // namespace FormLayout

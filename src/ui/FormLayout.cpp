@@ -1,4 +1,4 @@
-#include "forms/FormLayout.h"
+#include "ui/FormLayout.h"
 
 #include <QFont>
 #include <QFrame>
@@ -17,11 +17,12 @@ QBoxLayout *centredPanel(QWidget *window, const QString &formNumber, const QStri
     panel->setObjectName(QStringLiteral("Frame1"));
     panel->setFrameShape(QFrame::StyledPanel);
     panel->setFrameShadow(QFrame::Raised);
-    // Stretchable margins on all four sides keep the panel in the middle.
+    // The panel stays in the middle and takes most of the width, so fields widen with the window.
     outer->addWidget(panel, 1, 1);
     outer->setRowStretch(0, 1);
     outer->setRowStretch(2, 1);
     outer->setColumnStretch(0, 1);
+    outer->setColumnStretch(1, 12);
     outer->setColumnStretch(2, 1);
 
     auto *layout = new QVBoxLayout(panel);
@@ -62,17 +63,20 @@ QPushButton *button(QWidget *parent, const char *objectName, const QString &capt
     return b;
 }
 
-void addButtonRow(QBoxLayout *panel, std::initializer_list<QPushButton *> buttons)
+QLabel *addButtonRow(QBoxLayout *panel, std::initializer_list<QPushButton *> buttons)
 {
     auto *rule = new QFrame(panel->parentWidget());
     rule->setFrameShape(QFrame::HLine);
     rule->setFrameShadow(QFrame::Sunken);
     panel->addWidget(rule);
     auto *row = new QHBoxLayout;
-    row->addStretch(1);
+    auto *status = new QLabel(panel->parentWidget());
+    status->setObjectName(QStringLiteral("lblStatus"));
+    row->addWidget(status, 1);
     for (QPushButton *b : buttons)
         row->addWidget(b);
     panel->addLayout(row);
+    return status;
 }
 
 } // namespace FormLayout

@@ -1,0 +1,90 @@
+#include "entry/FormRegistry.h"
+
+#include "forms/Form15CDLogic.h"
+#include "forms/Form15ILogic.h"
+#include "forms/frm15c.h"
+#include "forms/frm15d.h"
+#include "forms/frm15i.h"
+
+namespace {
+template <class Window>
+QDialog *window()
+{
+    return new Window;
+}
+
+template <class Logic, auto... args>
+std::unique_ptr<FormLogic> logic()
+{
+    return std::make_unique<Logic>(args...);
+}
+
+const char *const declarations = "Declarations 15G / 15H";
+const char *const certificates = "Applications and declarations";
+const char *const challans = "Challans and e-payment";
+const char *const property = "Property transactions";
+const char *const tanFamily = "TAN";
+} // namespace
+
+namespace FormRegistry {
+
+const std::vector<FormDescriptor> &all()
+{
+    static const std::vector<FormDescriptor> forms = {
+        {1, "Form15H", "FORM15H", "Form 15H (first layout)", declarations, nullptr, nullptr, nullptr, {}},
+        {2, "Form15HNew", "FORM15HNew", "Form 15H", declarations, nullptr, nullptr, nullptr, {}},
+        {3, "Form15HNew1", "Form15HNew1", "Form 15H (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
+        {4, "Form15I", "FORM15I", "Form 15I", certificates, window<frm15i>, logic<Form15ILogic>, "15i",
+         {QStringLiteral("Form15I")}},
+        {5, "Form15J", "FORM15J", "Form 15J", certificates, nullptr, nullptr, nullptr, {}},
+        {6, "Challan", "CHALLAN", "Challan ITNS 281 (earlier)", challans, nullptr, nullptr, nullptr, {}},
+        {7, "ChallanNew", "ChallanNew", "Challan ITNS 281", challans, nullptr, nullptr, nullptr, {}},
+        {8, "Form15C", "Form15C", "Form 15C", certificates, window<frm15c>,
+         logic<Form15CDLogic, Form15CDLogic::Kind::C>, "15c", {QStringLiteral("Form15C")}},
+        {9, "Form15D", "Form15D", "Form 15D", certificates, window<frm15d>,
+         logic<Form15CDLogic, Form15CDLogic::Kind::D>, "15d", {QStringLiteral("Form15D")}},
+        {10, "Form15G", "Form15G", "Form 15G (first layout)", declarations, nullptr, nullptr, nullptr, {}},
+        {11, "Form15GNew", "Form15GNew", "Form 15G", declarations, nullptr, nullptr, nullptr, {}},
+        {12, "Form15GNew1", "Form15GNew1", "Form 15G (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
+        {13, "Form13New", "Form13New", "Form 13", certificates, nullptr, nullptr, nullptr, {}},
+        {14, "Form13Old", "Form13OLD", "Form 13 (earlier layout)", certificates, nullptr, nullptr, nullptr, {}},
+        {15, "Form26QA", "FORM26QA", "Form 26QA", property, nullptr, nullptr, nullptr, {}},
+        {16, "Form26QAA", "FORM26QAA", "Form 26QAA", property, nullptr, nullptr, nullptr, {}},
+        {17, "Form27C", "Form27C", "Form 27C (earlier layout)", certificates, nullptr, nullptr, nullptr, {}},
+        {18, "Form27CNew", "Form27CNew", "Form 27C", certificates, nullptr, nullptr, nullptr, {}},
+        {19, "Form49B", "Form49B", "Form 49B (TAN application)", tanFamily, nullptr, nullptr, nullptr, {}},
+        {20, "Form49BCH", "Form49BCH", "TAN change request", tanFamily, nullptr, nullptr, nullptr, {}},
+        {21, "FormEPayITD", "FormEPayITD", "e-Payment of tax", challans, nullptr, nullptr, nullptr, {}},
+    };
+    return forms;
+}
+
+const FormDescriptor *byOperation(const QString &operation)
+{
+    for (const FormDescriptor &form : all()) {
+        if (operation == QLatin1String(form.operation))
+            return &form;
+    }
+    return nullptr;
+}
+
+const FormDescriptor *byCliKey(const QString &key)
+{
+    for (const FormDescriptor &form : all()) {
+        if (form.cliKey && key.trimmed().compare(QLatin1String(form.cliKey), Qt::CaseInsensitive) == 0)
+            return &form;
+    }
+    return nullptr;
+}
+
+QString cliKeys()
+{
+    QStringList keys;
+    for (const FormDescriptor &form : all()) {
+        if (form.cliKey)
+            keys << QString::fromLatin1(form.cliKey);
+    }
+    return keys.join(QLatin1Char('|'));
+}
+
+} // namespace FormRegistry

@@ -1,0 +1,90 @@
+#include "shared/FieldRules.h"
+
+#include "host/IDataObject.h"
+
+namespace FieldRules {
+
+double leadingNumber(const QString &text)
+{
+    const QString t = text.trimmed();
+    int i = 0;
+    if (i < t.size() && (t.at(i) == QLatin1Char('-') || t.at(i) == QLatin1Char('+')))
+        ++i;
+    const int digitsFrom = i;
+    bool dot = false;
+    for (; i < t.size(); ++i) {
+        const QChar c = t.at(i);
+        if (c == QLatin1Char('.') && !dot) {
+            dot = true;
+            continue;
+        }
+        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            break;
+    }
+    if (i == digitsFrom)
+        return 0.0;
+    bool ok = false;
+    const double value = t.left(i).toDouble(&ok);
+    return ok ? value : 0.0;
+}
+
+QString plainAmount(const QString &text)
+{
+    return QString::number(leadingNumber(text), 'f', 2);
+}
+
+QString typed(const Slot &slot, const QString &text)
+{
+    return slot.keepsCase() ? text : text.toUpper();
+}
+
+Outcome leave(const Slot &slot, const QString &input, const IDataObject &data)
+{
+    Outcome out;
+    out.text = input;
+    while (out.text.endsWith(QLatin1Char('\n')) || out.text.endsWith(QLatin1Char('\r')))
+        out.text.chop(1);
+    if (slot.kind == FieldKind::Combo || slot.kind == FieldKind::Flags || out.text.isEmpty())
+        return out;
+    auto refuse = [&](const QString &ownMessage) {
+        out.ok = false;
+        out.message = slot.message.isEmpty() ? ownMessage : slot.message;
+        return out;
+    };
+    switch (slot.kind) {
+    case FieldKind::Pan:
+        if (!data.ValidPan(out.text))
+            return refuse(QStringLiteral("Invalid PAN."));
+        break;
+    case FieldKind::Tan:
+        if (!data.ValidTan(out.text))
+            return refuse(QStringLiteral("Invalid TAN."));
+        break;
+    case FieldKind::Pin: {
+        bool digits = out.text.size() == 6;
+        for (const QChar c : out.text)
+            digits = digits && c >= QLatin1Char('0') && c <= QLatin1Char('9');
+        if (!digits)
+            return refuse(QStringLiteral("The PIN code has six digits."));
+        break;
+    }
+    case FieldKind::Date:
+        out.text = data.convertdate(out.text);
+        break;
+    case FieldKind::Amount:
+        out.text = plainAmount(out.text);
+        break;
+    default:
+        break;
+    }
+    if (slot.extraCheck) {
+        const QString why = slot.extraCheck(out.text);
+        if (!why.isEmpty()) {
+            out.ok = false;
+            out.message = why;
+        }
+    }
+    return out;
+}
+
+} // namespace FieldRules

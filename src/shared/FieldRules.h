@@ -1,0 +1,30 @@
+#pragma once
+// What happens to a slot's text when the operator leaves it: the same rules for a window,
+// an import and a test, with no widget involved.
+#include "shared/Slot.h"
+
+class IDataObject;
+
+namespace FieldRules {
+
+struct Outcome
+{
+    bool ok = true;
+    QString text;       // the text the field holds afterwards (normalised)
+    QString message;    // why it was refused
+};
+
+// Trailing line break removed; empty accepted; then the kind's check or normalisation.
+Outcome leave(const Slot &slot, const QString &text, const IDataObject &data);
+
+// Typed letters as the field shows them: capitals except where the kind keeps the case.
+QString typed(const Slot &slot, const QString &text);
+
+// "###0.00": 1500 -> 1500.00, "abc" -> 0.00.
+QString plainAmount(const QString &text);
+
+// The number a text starts with, as a line of a form reads it ("101-200" -> 101,
+// "12.5%" -> 12.5, "" or "Nil" -> 0).
+double leadingNumber(const QString &text);
+
+} // namespace FieldRules

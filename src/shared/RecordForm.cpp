@@ -1,0 +1,307 @@
+#include "shared/RecordForm.h"
+
+#include "host/IDataObject.h"
+#include "shared/ColumnEncoder.h"
+#include "shared/TransactionGuard.h"
+#include "shared/modbase.h"
+
+namespace {
+const unsigned DuplicateKey = 1062;
+const int SerialAttempts = 20;
+} // namespace
+
+RecordStatements RecordStatements::forTable(const QString &table, const QString &serialColumn)
+{
+    return {QStringLiteral("Select * From ") + table + QStringLiteral(" Where Period_Code="),
+            QStringLiteral(" Order by ") + serialColumn,
+            QStringLiteral("Select Max(") + serialColumn + QStringLiteral(") From ") + table
+                + QStringLiteral(" Where Period_Code="),
+            QStringLiteral("DELETE FROM ") + table + QStringLiteral(" WHERE Period_Code="),
+            QStringLiteral(" AND ") + serialColumn + QLatin1Char('='),
+            QStringLiteral("INSERT INTO ") + table + QStringLiteral(" VALUES (")};
+}
+
+RecordForm::RecordForm(RecordStatements statements, SlotTable slotTable, QString recordName)
+    : m_statements(std::move(statements)), m_slots(std::move(slotTable)), m_recordName(std::move(recordName))
+{
+    clear();
+}
+
+void RecordForm::setValue(int slot, const QString &text)
+{
+    if (slot >= 0 && slot < m_values.size())
+        m_values[slot] = text;
+}
+
+void RecordForm::clear()
+{
+    m_serials.clear();
+    m_rows.clear();
+    m_values = QStringList();
+    m_values.resize(m_slots.size());
+    m_position = -1;
+    m_serial = 0;
+    m_editing = false;
+    m_adding = false;
+}
+
+void RecordForm::readRows(IDataObject &data)
+{
+    Recordset rs;
+    query(data, rs, m_statements.browse + periodText() + m_statements.order);
+    for (; !rs.isEOF(); rs.moveNext()) {
+        m_serials << rs.field(1).toInt();
+        QStringList row;
+        for (int i = 0; i < m_slots.size(); ++i)
+            row << rs.text(i + 2);
+        m_rows << row;
+    }
+    rs.close();
+    m_position = m_serials.isEmpty() ? -1 : 0;
+    showCurrent();
+}
+
+bool RecordForm::requery(int serial)
+{
+    const int keep = m_serial;
+    m_serials.clear();
+    m_rows.clear();
+    const bool ok = modbase::errorTrap(module(), QStringLiteral("Requery"), [&] {
+        IDataObject *d = modbase::dataObject();
+        if (!d)
+            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        readRows(*d);
+    });
+    if (!ok)
+        return false;
+    int at = -1;
+    for (int i = 0; i < m_serials.size(); ++i) {
+        if (m_serials.at(i) <= (serial ? serial : keep))
+            at = i;
+    }
+    if (at < 0 && !m_serials.isEmpty())
+        at = 0;
+    m_position = at;
+    showCurrent();
+    return true;
+}
+
+void RecordForm::showCurrent()
+{
+    m_editing = false;
+    m_adding = false;
+    if (m_position < 0 || m_position >= m_serials.size()) {
+        m_position = m_serials.isEmpty() ? -1 : int(m_serials.size()) - 1;
+    }
+    if (m_position < 0) {
+        m_serial = 0;
+        m_values = QStringList();
+        m_values.resize(m_slots.size());
+    } else {
+        m_serial = m_serials.at(m_position);
+        m_values = m_rows.at(m_position);
+    }
+    setPositionStatus();
+}
+
+void RecordForm::setPositionStatus()
+{
+    if (m_serials.isEmpty())
+        m_status = QStringLiteral("No %1 yet: Alt+A adds one").arg(m_recordName.toLower());
+    else
+        m_status = QStringLiteral("%1 %2 of %3").arg(m_recordName).arg(m_position + 1).arg(m_serials.size());
+}
+
+bool RecordForm::moveTo(int position)
+{
+    if (m_editing || position < 0 || position >= m_serials.size())
+        return false;
+    m_position = position;
+    showCurrent();
+    return true;
+}
+
+void RecordForm::first() { moveTo(0); }
+void RecordForm::previous() { moveTo(m_position - 1); }
+void RecordForm::next() { moveTo(m_position + 1); }
+void RecordForm::last() { moveTo(int(m_serials.size()) - 1); }
+
+void RecordForm::add()
+{
+    if (loadFailed())
+        return;
+    m_values = newRecordValues();
+    m_values.resize(m_slots.size());
+    m_serial = 0;
+    m_adding = true;
+    m_editing = true;
+    m_status = QStringLiteral("New %1").arg(m_recordName.toLower());
+}
+
+bool RecordForm::modify()
+{
+    if (loadFailed() || m_position < 0)
+        return false;
+    m_editing = true;
+    m_adding = false;
+    m_status = QStringLiteral("Editing %1 %2").arg(m_recordName.toLower()).arg(m_serial);
+    return true;
+}
+
+void RecordForm::cancel()
+{
+    showCurrent();
+}
+
+bool RecordForm::ask(const Question &question)
+{
+    if (!m_dialogs)
+        return false;
+    return m_dialogs->ask(question.text, question.icon, question.yesIsDefault);
+}
+
+bool RecordForm::escape()
+{
+    if (m_editing) {
+        if (ask(cancelQuestion))
+            cancel();
+        return false;
+    }
+    return ask(exitQuestion);
+}
+
+QStringList RecordForm::deleteDetailStatements(int serial) const
+{
+    Q_UNUSED(serial);
+    return {};
+}
+
+void RecordForm::copyDetails(IDataObject &data, TransactionGuard &guard, int fromSerial, int toSerial)
+{
+    Q_UNUSED(data);
+    Q_UNUSED(guard);
+    Q_UNUSED(fromSerial);
+    Q_UNUSED(toSerial);
+}
+
+QStringList RecordForm::saveStatements(IDataObject &data)
+{
+    const QString p = periodText();
+    const QString s = QString::number(m_serial);
+    return {m_statements.deleteRow + p + m_statements.deleteSerial + s,
+            ColumnEncoder::positionalInsert(m_statements.insertRow, {p, s}, data, m_slots, m_values)};
+}
+
+bool RecordForm::writeRecord(int sourceSerialForDetails)
+{
+    QString why;
+    const bool allocate = m_serial == 0;
+    const bool ok = modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
+        IDataObject *d = modbase::dataObject();
+        if (!d)
+            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        for (int attempt = 0; attempt < SerialAttempts; ++attempt) {
+            if (allocate) {
+                Recordset rs;
+                query(*d, rs, m_statements.maxSerial + periodText());
+                const int highest = (!rs.isBOF() && !rs.isEOF() && !rs.field(0).isNull()) ? rs.field(0).toInt() : 0;
+                rs.close();
+                m_serial = highest + 1;
+            }
+            TransactionGuard guard(*d);
+            guard.run(saveStatements(*d));
+            if (sourceSerialForDetails > 0 && !guard.failed())
+                copyDetails(*d, guard, sourceSerialForDetails, m_serial);
+            if (guard.commit())
+                return;
+            // Another desk saved the same serial first: take the next one.
+            if (allocate && guard.errorNumber() == DuplicateKey)
+                continue;
+            why = guard.error();
+            guard.commitOrThrow();
+        }
+        why = QStringLiteral("No free serial number could be found; try again.");
+        throw TdsError(5, why);
+    });
+    if (!ok) {
+        if (allocate)
+            m_serial = 0;
+        setSaveError(QStringLiteral("The %1 could not be saved; nothing was changed.\n\n").arg(m_recordName.toLower())
+                     + (why.isEmpty() ? QStringLiteral("See the error log.") : why));
+    }
+    return ok;
+}
+
+bool RecordForm::saveRecord()
+{
+    setSaveError(QString());
+    if (loadFailed()) {
+        setSaveError(QStringLiteral("This form's stored data could not be read, so nothing is saved from it. "
+                                    "Close the form and open it again."));
+        return false;
+    }
+    if (!m_editing)
+        return false;
+    if (!writeRecord(0))
+        return false;
+    const int saved = m_serial;
+    requery(saved);
+    m_status = QStringLiteral("%1 %2 saved").arg(m_recordName).arg(saved);
+    return true;
+}
+
+bool RecordForm::deleteRecord()
+{
+    setSaveError(QString());
+    if (loadFailed() || m_editing || m_position < 0)
+        return false;
+    if (!ask(deleteQuestion))
+        return false;
+    const int gone = m_serial;
+    const int at = m_position;
+    QString why;
+    const bool ok = modbase::errorTrap(module(), QStringLiteral("cmddelete_Click"), [&] {
+        IDataObject *d = modbase::dataObject();
+        if (!d)
+            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        TransactionGuard guard(*d);
+        guard.run(deleteDetailStatements(gone));
+        guard.run(m_statements.deleteRow + periodText() + m_statements.deleteSerial + QString::number(gone));
+        if (!guard.commit()) {
+            why = guard.error();
+            guard.commitOrThrow();
+        }
+    });
+    if (!ok) {
+        setSaveError(QStringLiteral("The %1 could not be deleted.\n\n").arg(m_recordName.toLower()) + why);
+        return false;
+    }
+    requery(0);
+    // The record after the deleted one, or the new last one.
+    m_position = qMin(at, int(m_serials.size()) - 1);
+    showCurrent();
+    m_status = QStringLiteral("%1 %2 deleted").arg(m_recordName).arg(gone);
+    return true;
+}
+
+bool RecordForm::copyRecord()
+{
+    setSaveError(QString());
+    if (loadFailed() || m_editing || m_position < 0)
+        return false;
+    if (!ask(copyQuestion))
+        return false;
+    const int from = m_serial;
+    m_serial = 0;
+    m_adding = true;
+    if (!writeRecord(from)) {
+        m_serial = from;
+        m_adding = false;
+        return false;
+    }
+    const int copy = m_serial;
+    requery(copy);
+    modify();
+    m_status = QStringLiteral("%1 %2 copied to %3").arg(m_recordName).arg(from).arg(copy);
+    return true;
+}
