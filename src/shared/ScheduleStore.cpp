@@ -1,0 +1,81 @@
+#include "shared/ScheduleStore.h"
+
+#include "host/IDataObject.h"
+#include "shared/ColumnEncoder.h"
+#include "shared/FieldRules.h"
+#include "shared/TransactionGuard.h"
+#include "shared/modbase.h"
+
+namespace {
+
+constexpr int kKeyColumns = 3;   // Period_Code, FormSrId, Srno
+
+QString keyCondition(int periodCode, int formSrId)
+{
+    return QStringLiteral(" Where Period_Code=") + QString::number(periodCode) + QStringLiteral(" and FormSrId=")
+        + QString::number(formSrId);
+}
+
+} // namespace
+
+namespace ScheduleStore {
+
+QList<QStringList> load(IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId)
+{
+    const QString sql = QStringLiteral("Select * From ") + spec.table + keyCondition(periodCode, formSrId)
+        + QStringLiteral(" Order By Srno");
+    Recordset rs;
+    if (!data.RecordsetQuery(rs, sql, data.cnnobj(), 3, 3, 1)) {
+        QString why = data.lastError();
+        if (why.isEmpty())
+            why = QStringLiteral("The rows of ") + spec.title + QStringLiteral(" could not be read.");
+        throw TdsError(data.lastErrorNumber() ? long(data.lastErrorNumber()) : 5, why,
+                       QStringLiteral("ZeltBase.ClsData"));
+    }
+
+    QList<QStringList> rows;
+    for (rs.moveFirst(); !rs.isEOF(); rs.moveNext()) {
+        QStringList row;
+        row.reserve(spec.columns.size());
+        for (int c = 0; c < spec.columns.size(); ++c) {
+            const QString text = rs.text(kKeyColumns + c);
+            row << (spec.columns[c].isAmount() ? FieldRules::plainAmount(text) : text);
+        }
+        rows << row;
+    }
+    return rows;
+}
+
+QStringList statements(const IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId,
+                       const QList<QStringList> &rows)
+{
+    const QString p = QString::number(periodCode);
+    const QString s = QString::number(formSrId);
+    QStringList out;
+    out << QStringLiteral("Delete From ") + spec.table + keyCondition(periodCode, formSrId);
+    for (int r = 0; r < rows.size(); ++r) {
+        // Srno follows the grid's order, whatever numbers the rows carried before.
+        QString sql = QStringLiteral("Insert Into ") + spec.table + QStringLiteral(" Values (") + p
+            + QLatin1Char(',') + s + QLatin1Char(',') + QString::number(r + 1);
+        const QStringList &row = rows[r];
+        for (int c = 0; c < spec.columns.size(); ++c) {
+            const QString text = c < row.size() ? row[c] : QString();
+            sql += QLatin1Char(',');
+            if (spec.columns[c].align == ScheduleColumn::Align::Right)
+                sql += ColumnEncoder::number(FieldRules::leadingNumber(text));
+            else
+                sql += data.quoted(text);
+        }
+        sql += QLatin1Char(')');
+        out << sql;
+    }
+    return out;
+}
+
+void store(IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId,
+           const QList<QStringList> &rows)
+{
+    TransactionGuard::apply(data, statements(data, spec, periodCode, formSrId, rows));
+}
+
+} // namespace ScheduleStore
