@@ -25,7 +25,8 @@ public:
                                QStringList &firstTexts, QStringList &prefixes,
                                QString &border1, QString &border2, QString &border3,
                                QString &border4, bool &tableRow) = 0;
-    // Finishes the report and shows it (preview) or prints it.
+    // Finishes the report and shows it (preview) or prints it; without a screen it becomes a
+    // PDF in the temporary folder.
     virtual void ShowReport() = 0;
 
     // The finished (or current) report rendered without a screen: the CLI and tests.
@@ -45,7 +46,13 @@ public:
     virtual void deleteRow(int rowPosition) = 0;
     virtual void NewSetText(const QString &placeholder, const QString &value) = 0;
     virtual bool SaveMasterFile(const QString &outputPath) = 0;
+    // Reads the whole file at once and shows it in the report object's own preview, so the
+    // caller may delete the file as soon as this returns.
     virtual void OpenFileOnly(const QString &path) = 0;
+
+    // The base name of the next report shown ("Form15C_DEMO01_2024-25"): the PDF file name
+    // offered for it and the name of its copies. Showing the report uses it up.
+    virtual void setDocumentName(const QString &baseName) = 0;
 
     // Where ShowReport puts the files it writes (the data object's vTmpPath); without it
     // the system's temporary folder.

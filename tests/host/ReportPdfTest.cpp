@@ -4,6 +4,7 @@
 #include "host/report/ReportObject.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -132,37 +133,49 @@ private slots:
     void showReportWithoutScreen_data()
     {
         QTest::addColumn<bool>("preview");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("preview to the temporary folder") << true << QString();
-        QTest::newRow("printer to the file named") << false << QStringLiteral("named/out.pdf");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("preview") << true << QString() << "ReportPreview.pdf";
+        QTest::newRow("printer") << false << QString() << "ReportPreview.pdf";
+        QTest::newRow("named") << true << "Form15I_DEMO01_2023-24" << "Form15I_DEMO01_2023-24.pdf";
     }
     void showReportWithoutScreen()
     {
         QFETCH(bool, preview);
-        QFETCH(QString, named);
+        QFETCH(QString, name);
+        QFETCH(QString, file);
         QTemporaryDir temp;
-        const QString pdf = named.isEmpty() ? temp.filePath("ReportPreview.pdf") : m_dir.filePath(named);
-        if (named.isEmpty())
-            qunsetenv("TDS_REPORT_OUTPUT");
-        else
-            qputenv("TDS_REPORT_OUTPUT", pdf.toLocal8Bit());
         ReportObject report;
         report.setTempFolder(temp.path());
         report.setWinModeReport(preview);
         buildReport(report, 33);
+        if (!name.isEmpty())
+            report.setDocumentName(name);
         const QString before = report.reportText();
         report.ShowReport();
-        qunsetenv("TDS_REPORT_OUTPUT");
+        const QString pdf = temp.filePath(file);
         QCOMPARE(report.lastOutput(), pdf);
+        QCOMPARE(QDir(temp.path()).entryList(QDir::Files), QStringList{file});
         const QString info = run("pdfinfo", {pdf}).simplified();
-        QVERIFY2(info.contains("Pages: 3 ") && info.contains("(A4)") && info.contains("Title: FORM NO. 15I Creator"),
+        const QString title = name.isEmpty() ? QStringLiteral("FORM NO. 15I") : name;
+        QVERIFY2(info.contains("Pages: 3 ") && info.contains("(A4)") && info.contains("Title: " + title + " Creator"),
                  qPrintable(info));
         const QString fonts = run("pdffonts", {pdf});
         QVERIFY2(fonts.contains("DejaVuSansMono ") && fonts.contains("DejaVuSansMono-Bold"), qPrintable(fonts));
         QVERIFY(run("pdftotext", {"-layout", pdf, "-"}).contains("Financial Year 2023-24"));
-        QCOMPARE(QDir(temp.path()).isEmpty(), !named.isEmpty());
-        // the finished report is still there for the text rendering
+        // the finished report is still there for the text rendering; the name was used up
         QCOMPARE(report.reportText(), before);
+        QVERIFY(report.documentName().isEmpty());
+    }
+
+    void exportNeedsAnExistingFolder()
+    {
+        ReportObject report;
+        buildReport(report, 1);
+        const QString missing = m_dir.filePath(QStringLiteral("no/such/folder"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("folder does not exist")));
+        QVERIFY(!report.exportPdf(missing + QStringLiteral("/out.pdf")));
+        QVERIFY(!QFileInfo::exists(m_dir.filePath(QStringLiteral("no"))));
     }
 };
 

@@ -155,3 +155,8 @@ void RecordingReportObject::OpenFileOnly(const QString &path)
 {
     m_calls << QStringLiteral("OpenFileOnly:") + path;
 }
+
+void RecordingReportObject::setDocumentName(const QString &baseName)
+{
+    m_calls << QStringLiteral("setDocumentName:") + baseName;
+}

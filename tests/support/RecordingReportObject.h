@@ -27,7 +27,7 @@ public:
     static void uninstall();
 
     // Every call in order: "NewReport", "printtext", "printtext:<text>", "createtable:1,2",
-    // "WriteToReport", "ShowReport", "WinModeReport:true", ...
+    // "WriteToReport", "ShowReport", "WinModeReport:true", "setDocumentName:<name>", ...
     const QStringList &calls() const { return m_calls; }
     int count(const QString &call) const { return int(m_calls.count(call)); }
     const QList<Row> &rows() const { return m_rows; }
@@ -61,6 +61,7 @@ public:
     void NewSetText(const QString &placeholder, const QString &value) override;
     bool SaveMasterFile(const QString &outputPath) override;
     void OpenFileOnly(const QString &path) override;
+    void setDocumentName(const QString &baseName) override;
 
 private:
     QStringList m_calls;

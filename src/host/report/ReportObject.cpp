@@ -1,24 +1,27 @@
 #include "host/report/ReportObject.h"
 
+#include "host/DataHome.h"
 #include "host/report/ReportPainter.h"
+#include "host/report/ReportPreview.h"
+#include "host/report/RtfRenderer.h"
 
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPdfWriter>
 #include <QPrintDialog>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <QtDebug>
 
 namespace {
 
-const char *const PreviewFileName = "ReportPreview.pdf";
+const char *const PreviewName = "ReportPreview";
 
 bool noScreen()
 {
@@ -49,7 +52,7 @@ void complain(const QString &text)
 
 bool ReportObject::headless()
 {
-    return noScreen() || !qEnvironmentVariableIsEmpty("TDS_TEST");
+    return noScreen();
 }
 
 QString ReportObject::tempFolder() const
@@ -132,30 +135,30 @@ QString ReportObject::reportText() const
 
 bool ReportObject::exportPdf(const QString &path)
 {
-    if (m_mode == Mode::Document) {
-        qWarning().noquote() << "report: a document report has no page layout to export";
-        return false;
-    }
-    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
-        qWarning().noquote() << "report: drawing a PDF needs a QGuiApplication";
-        return false;
-    }
+    if (m_mode == Mode::Document)
+        return exportDocumentPdf(path);
     const ReportLayout layout = layoutReport(m_model);
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    int pages = 0;
-    {
-        QPdfWriter writer(path);
-        writer.setPageLayout(ReportPainter::a4Layout());
-        writer.setResolution(600);
-        writer.setTitle(firstLine(layout.text()));
-        writer.setCreator(QCoreApplication::applicationName());
-        pages = ReportPainter::paint(layout, &writer);
-    }
-    if (pages <= 0 || QFileInfo(path).size() == 0) {
-        qWarning().noquote() << "report: cannot write" << path;
+    const QString title = m_documentName.isEmpty() ? firstLine(layout.text()) : m_documentName;
+    return PagedOutput::writePdf(path, ReportPainter::a4Layout(), title,
+                                 [&layout](QPagedPaintDevice *device) { return ReportPainter::paint(layout, device); });
+}
+
+bool ReportObject::exportDocumentPdf(const QString &path)
+{
+    if (m_document.isEmpty()) {
+        qWarning().noquote() << "report: no document to export";
         return false;
     }
-    return true;
+    const RtfRenderer::Rendered rendered = RtfRenderer::render(m_document.content());
+    const QString title = nameOr(QFileInfo(m_documentPath).completeBaseName());
+    return PagedOutput::writePdf(path, rendered.page, title, [&rendered](QPagedPaintDevice *device) {
+        return RtfRenderer::paint(rendered.document.get(), device);
+    });
+}
+
+QString ReportObject::nameOr(const QString &fallback) const
+{
+    return m_documentName.isEmpty() ? fallback : m_documentName;
 }
 
 void ReportObject::ShowReport()
@@ -164,44 +167,55 @@ void ReportObject::ShowReport()
         showDocument();
     else
         showLines();
+    m_documentName.clear();
 }
 
-void ReportObject::showLines()
+void ReportObject::show(const QPageLayout &page, const PagedOutput::PaintPages &paint, const QString &name,
+                        const QString &title, bool preview, const QByteArray &document, const QString &suffix)
 {
     m_lastOutput.clear();
-    const QString target = qEnvironmentVariable("TDS_REPORT_OUTPUT");
-    if (!target.isEmpty() || noScreen()) {
-        const QString path = target.isEmpty() ? QDir(tempFolder()).filePath(QLatin1String(PreviewFileName)) : target;
-        if (exportPdf(path)) {
+    if (noScreen()) {
+        // Tests and the command line: the pages go to a file instead of a window.
+        const QString folder = tempFolder();
+        QDir().mkpath(folder);
+        const QString path = QDir(folder).filePath(name + QLatin1String(".pdf"));
+        if (PagedOutput::writePdf(path, page, title, paint)) {
             m_lastOutput = path;
             qInfo().noquote() << "report written to" << path;
         }
         return;
     }
 
-    const ReportLayout layout = layoutReport(m_model);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(firstLine(layout.text()));
-    if (m_preview) {
-        printer.setPageLayout(ReportPainter::a4Layout());
-        QPrintPreviewDialog dialog(&printer, QApplication::activeWindow());
-        QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                         [&layout](QPrinter *device) { ReportPainter::paint(layout, device); });
-        dialog.exec();
+    if (preview) {
+        ReportPreview window(page, paint, name, QApplication::activeWindow());
+        if (!document.isEmpty())
+            window.setDocument(document, suffix);
+        window.exec();
         return;
     }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(name);
     const QPrinterInfo standard = QPrinterInfo::defaultPrinter();
     if (standard.isNull()) {
-        printer.setPageLayout(ReportPainter::a4Layout());
+        printer.setPageLayout(page);
         QPrintDialog dialog(&printer, QApplication::activeWindow());
         if (dialog.exec() != QDialog::Accepted)
             return;
     } else {
         printer.setPrinterName(standard.printerName());
-        printer.setPageLayout(ReportPainter::a4Layout());
+        printer.setPageLayout(page);
     }
-    if (ReportPainter::paint(layout, &printer) == 0)
+    if (paint(&printer) == 0)
         complain(QStringLiteral("The report could not be sent to the printer."));
+}
+
+void ReportObject::showLines()
+{
+    const ReportLayout layout = layoutReport(m_model);
+    const bool named = !m_documentName.isEmpty();
+    show(ReportPainter::a4Layout(), [&layout](QPagedPaintDevice *device) { return ReportPainter::paint(layout, device); },
+         named ? m_documentName : QString::fromLatin1(PreviewName), named ? m_documentName : firstLine(layout.text()),
+         m_preview);
 }
 
 void ReportObject::showDocument()
@@ -211,15 +225,15 @@ void ReportObject::showDocument()
         complain(QStringLiteral("No document to show."));
         return;
     }
-    const QString name = QFileInfo(m_documentPath).completeBaseName() + QLatin1String(".rtf");
-    const QString path = QDir(tempFolder()).filePath(name);
-    QString error;
-    if (!m_document.save(path, &error)) {
-        complain(error);
-        return;
-    }
-    m_lastOutput = path;
-    OpenFileOnly(path);
+    const QFileInfo source(m_documentPath);
+    showRtf(m_document.content(), nameOr(source.completeBaseName()), source.suffix(), m_preview);
+}
+
+void ReportObject::showRtf(const QByteArray &rtf, const QString &name, const QString &suffix, bool preview)
+{
+    const RtfRenderer::Rendered rendered = RtfRenderer::render(rtf);
+    show(rendered.page, [&rendered](QPagedPaintDevice *device) { return RtfRenderer::paint(rendered.document.get(), device); },
+         name, name, preview, rtf, suffix.isEmpty() ? QStringLiteral("rtf") : suffix);
 }
 
 bool ReportObject::openDocument(const QString &path)
@@ -303,16 +317,40 @@ bool ReportObject::SaveMasterFile(const QString &outputPath)
 
 void ReportObject::OpenFileOnly(const QString &path)
 {
-    if (headless()) {
-        qInfo().noquote() << "report: would open" << path;
-        return;
-    }
-    if (!QFileInfo::exists(path)) {
+    // All of it now: the caller deletes the file as soon as this returns.
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
         complain(QStringLiteral("The file %1 does not exist.").arg(path));
+        m_documentName.clear();
         return;
     }
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
-        complain(QStringLiteral("No program could open %1.").arg(path));
+    QByteArray content = file.readAll();
+    file.close();
+    const QFileInfo info(path);
+    const QString name = nameOr(info.completeBaseName());
+    m_documentName.clear();
+    if (content.startsWith("\xEF\xBB\xBF"))
+        content.remove(0, 3);
+    if (content.startsWith("{\\rtf")) {
+        // a template is always looked at first; printing is one key away in the preview
+        showRtf(content, name, info.suffix(), true);
+        return;
+    }
+
+    // Anything else goes to the desktop's program, from a copy of our own.
+    m_lastOutput.clear();
+    if (noScreen()) {
+        qInfo().noquote() << "report: no screen to open" << path;
+        return;
+    }
+    const QString copy = QDir(DataHome::docPath()).filePath(name + QLatin1Char('.') + info.suffix());
+    QSaveFile out(copy);
+    if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size() || !out.commit()) {
+        complain(QStringLiteral("The document could not be copied to %1.").arg(copy));
+        return;
+    }
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(copy)))
+        complain(QStringLiteral("No program could open %1.").arg(copy));
 }
 
 std::shared_ptr<HostService> createReportObject()

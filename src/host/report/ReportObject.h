@@ -1,7 +1,9 @@
 #pragma once
 // The report object "PrjOrvikReporter.ClsMain": line-table reports rendered as text, PDF,
-// print preview or printer output, and the rich-text template filler.
+// print preview or printer output, the rich-text template filler, and its own viewer of
+// rich-text documents.
 #include "host/IReportObject.h"
+#include "host/report/PagedOutput.h"
 #include "host/report/ReportLayout.h"
 #include "host/report/ReportModel.h"
 #include "host/report/RtfDocument.h"
@@ -23,7 +25,9 @@ public:
                        QString &border2, QString &border3, QString &border4, bool &tableRow) override;
     void ShowReport() override;
     QString reportText() const override;
+    // Either kind of report: the line table, or the document as it is filled so far.
     bool exportPdf(const QString &path) override;
+    bool exportDocumentPdf(const QString &path);
 
     void newreportnew(const QString &templatePath) override;
     void SetText(const QString &placeholder, const QString &value) override;
@@ -38,6 +42,8 @@ public:
     bool SaveMasterFile(const QString &outputPath) override;
     void OpenFileOnly(const QString &path) override;
 
+    void setDocumentName(const QString &baseName) override { m_documentName = baseName; }
+    QString documentName() const { return m_documentName; }
     void setTempFolder(const QString &folder) override { m_tempFolder = folder; }
     QString tempFolder() const;
 
@@ -45,11 +51,11 @@ public:
     ReportLayout layout() const { return layoutReport(m_model); }
     const RtfDocument &document() const { return m_document; }
     int currentTable() const { return m_table; }
-    // The file the last ShowReport wrote (PDF when there is no screen, or the filled
-    // document), empty when it went to a window or a printer.
+    // The PDF the last ShowReport or OpenFileOnly wrote without a screen; empty when the
+    // report went to a window or a printer.
     QString lastOutput() const { return m_lastOutput; }
 
-    // No window may open: no screen, or a test run.
+    // No window may open: no QApplication, or a platform without a screen.
     static bool headless();
 
 private:
@@ -57,6 +63,13 @@ private:
     bool openDocument(const QString &path);
     void showDocument();
     void showLines();
+    // Shows rich text from memory: a PDF in the temporary folder without a screen, else the
+    // preview window or the printer. name: the base name of files made from it.
+    void showRtf(const QByteArray &rtf, const QString &name, const QString &suffix, bool preview);
+    void show(const QPageLayout &page, const PagedOutput::PaintPages &paint, const QString &name,
+              const QString &title, bool preview, const QByteArray &document = QByteArray(),
+              const QString &suffix = QString());
+    QString nameOr(const QString &fallback) const;
 
     bool m_preview = true;
     bool m_wide = false;
@@ -67,6 +80,7 @@ private:
     int m_table = 0;
     QString m_tempFolder;
     QString m_lastOutput;
+    QString m_documentName;
 };
 
 std::shared_ptr<HostService> createReportObject();
