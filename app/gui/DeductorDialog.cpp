@@ -2,71 +2,119 @@
 
 #include "host/IDataObject.h"
 #include "json/Dialogs.h"
-#include "ui/FieldBehaviour.h"
+#include "shared/Slot.h"
+#include "shared/TransactionGuard.h"
+#include "ui/SlotFields.h"
 
 #include <QComboBox>
 #include <QDate>
-#include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
+#include <QRegularExpressionValidator>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace {
 
-enum class Kind { Text, Email, Date, State, Digits, Status, Residence };
+Slot makeSlot(const char *caption, FieldKind kind, int width, const char *column, const char *message = nullptr)
+{
+    Slot s;
+    s.caption = QString::fromUtf8(caption);
+    s.kind = kind;
+    s.width = width;
+    s.name = QStringLiteral("txt") + QString::fromLatin1(column);
+    if (message)
+        s.message = QString::fromUtf8(message);
+    return s;
+}
 
-struct FieldSpec {
-    const char *table;
-    const char *column;
-    const char *caption;
-    Kind kind;
-    int maxLength;
-    int tab;   // 0 deductor, 1 responsible person, 2 other particulars
-};
+Slot withCheck(Slot s, QString (*check)(const QString &))
+{
+    s.extraCheck = check;
+    return s;
+}
 
-// One row per editor, in the order the operator fills them.
-const FieldSpec kFields[] = {
-    {"Main_Info", "Code_No", "Deductor &code", Kind::Text, 20, 0},
-    {"Main_Info", "Name", "&Name of the deductor", Kind::Text, 150, 0},
-    {"Main_Info", "Tanno", "&TAN", Kind::Text, 10, 0},
-    {"Main_Info", "panno", "&PAN", Kind::Text, 10, 0},
-    {"Main_Info", "Branch", "Branch / division", Kind::Text, 75, 0},
-    {"Main_Info", "flat", "Flat / door / block", Kind::Text, 50, 0},
-    {"Main_Info", "building", "Building / premises", Kind::Text, 50, 0},
-    {"Main_Info", "street", "Road / street", Kind::Text, 50, 0},
-    {"Main_Info", "area", "Area / locality", Kind::Text, 50, 0},
-    {"Main_Info", "city", "Town / city / district", Kind::Text, 50, 0},
-    {"Main_Info", "State", "&State", Kind::State, 60, 0},
-    {"Main_Info", "PIN", "PIN code", Kind::Digits, 6, 0},
-    {"Main_Info", "Phone_Nos", "Telephone", Kind::Text, 50, 0},
-    {"Main_Info", "Email", "E-mail", Kind::Email, 100, 0},
-    {"Main_Info", "Email1", "Alternate e-mail", Kind::Email, 100, 0},
-    {"Main_Info", "Mobile", "Mobile", Kind::Digits, 10, 0},
-    {"Main_Info", "Mobile1", "Alternate mobile", Kind::Digits, 10, 0},
-    {"Main_Info", "Resp_Name", "Name of the responsible &person", Kind::Text, 100, 1},
-    {"Main_Info", "Resp_FName", "Father's name", Kind::Text, 100, 1},
-    {"Main_Info", "Resp_Desig", "Designation", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_Pan", "PAN of the responsible person", Kind::Text, 10, 1},
-    {"Main_Info", "Resp_Mobile", "Mobile of the responsible person", Kind::Digits, 10, 1},
-    {"Main_Info", "Resp_Email", "E-mail of the responsible person", Kind::Email, 100, 1},
-    {"Main_Info", "Resp_Flat", "Flat / door / block", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_Building", "Building / premises", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_Street", "Road / street", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_Area", "Area / locality", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_City", "Town / city / district", Kind::Text, 50, 1},
-    {"Main_Info", "Resp_State", "State", Kind::State, 60, 1},
-    {"Main_Info", "Resp_PIN", "PIN code", Kind::Digits, 6, 1},
-    {"Main_Info", "FormPlace", "P&lace of signing forms", Kind::Text, 50, 1},
-    {"Main_Info", "FormDate", "Date of si&gning forms", Kind::Date, 10, 1},
-    {"Main_Info_oth", "status", "Status", Kind::Status, 2, 2},
-    {"Main_Info_oth", "dob", "Date of birth / incorporation", Kind::Date, 10, 2},
-    {"Main_Info_oth", "ward", "Ward / circle", Kind::Text, 100, 2},
-    {"Main_Info_oth", "asofficer", "Assessing officer", Kind::Text, 100, 2},
-    {"Main_Info_oth", "resident_status", "Residential status", Kind::Residence, 20, 2},
-};
+Slot stateList(Slot s)
+{
+    s.stateList = true;
+    return s;
+}
+
+QString checkEmail(const QString &text)
+{
+    return text.contains(QLatin1Char('@')) ? QString() : QStringLiteral("Invalid e-mail address.");
+}
+
+QString checkDate(const QString &text)
+{
+    return QDate::fromString(text, QStringLiteral("dd/MM/yyyy")).isValid() ? QString()
+                                                                             : QStringLiteral("Type the date as dd/mm/yyyy.");
+}
+
+const char *const kInvalidTan = "Invalid TAN: four letters, five digits and a letter, such as MUMD12345E.";
+const char *const kInvalidPan = "Invalid PAN: five letters, four digits and a letter, such as AABCD1234E.";
+
+// One table per tab, in the order the operator fills them. Every access key of the dialog
+// is its own: tabs D, R, O; buttons S, C.
+SlotTable deductorTab()
+{
+    return {
+        makeSlot("Deductor cod&e", FieldKind::Text, 20, "Code_No"),
+        makeSlot("&Name of the deductor", FieldKind::Text, 150, "Name"),
+        makeSlot("&TAN", FieldKind::Tan, 10, "Tanno", kInvalidTan),
+        makeSlot("&PAN", FieldKind::Pan, 10, "panno", kInvalidPan),
+        makeSlot("Branch / division", FieldKind::Text, 75, "Branch"),
+        makeSlot("Flat / door / block", FieldKind::Text, 50, "flat"),
+        makeSlot("Building / premises", FieldKind::Text, 50, "building"),
+        makeSlot("Road / street", FieldKind::Text, 50, "street"),
+        makeSlot("Area / locality", FieldKind::Text, 50, "area"),
+        makeSlot("Town / city / district", FieldKind::Text, 50, "city"),
+        stateList(makeSlot("St&ate", FieldKind::Combo, 60, "State")),
+        makeSlot("PIN code", FieldKind::Pin, 6, "PIN"),
+        makeSlot("Telephone", FieldKind::Text, 50, "Phone_Nos"),
+        withCheck(makeSlot("E-mail", FieldKind::Email, 100, "Email"), checkEmail),
+        withCheck(makeSlot("Alternate e-mail", FieldKind::Email, 100, "Email1"), checkEmail),
+        makeSlot("Mobile", FieldKind::Text, 10, "Mobile"),
+        makeSlot("Alternate mobile", FieldKind::Text, 10, "Mobile1"),
+    };
+}
+
+SlotTable responsibleTab()
+{
+    return {
+        makeSlot("Na&me of the responsible person", FieldKind::Text, 100, "Resp_Name"),
+        makeSlot("Father's name", FieldKind::Text, 100, "Resp_FName"),
+        makeSlot("Designation", FieldKind::Text, 50, "Resp_Desig"),
+        makeSlot("PAN of the responsible person", FieldKind::Pan, 10, "Resp_Pan", kInvalidPan),
+        makeSlot("Mobile of the responsible person", FieldKind::Text, 10, "Resp_Mobile"),
+        withCheck(makeSlot("E-mail of the responsible person", FieldKind::Email, 100, "Resp_Email"), checkEmail),
+        makeSlot("Flat / door / block", FieldKind::Text, 50, "Resp_Flat"),
+        makeSlot("Building / premises", FieldKind::Text, 50, "Resp_Building"),
+        makeSlot("Road / street", FieldKind::Text, 50, "Resp_Street"),
+        makeSlot("Area / locality", FieldKind::Text, 50, "Resp_Area"),
+        makeSlot("Town / city / district", FieldKind::Text, 50, "Resp_City"),
+        stateList(makeSlot("State", FieldKind::Combo, 60, "Resp_State")),
+        makeSlot("PIN code", FieldKind::Pin, 6, "Resp_PIN"),
+        makeSlot("P&lace of signing forms", FieldKind::Text, 50, "FormPlace"),
+        withCheck(makeSlot("Date of si&gning forms", FieldKind::Date, 10, "FormDate"), checkDate),
+    };
+}
+
+// Main_Info_oth.
+SlotTable otherTab()
+{
+    Slot residence = makeSlot("Residential status", FieldKind::Combo, 20, "resident_status");
+    residence.items = QStringList{QStringLiteral("RESIDENT"), QStringLiteral("NON-RESIDENT")};
+    return {
+        makeSlot("Stat&us", FieldKind::Combo, 2, "status"),
+        withCheck(makeSlot("Date of birth / incorporation", FieldKind::Date, 10, "dob"), checkDate),
+        makeSlot("Ward / circle", FieldKind::Text, 100, "ward"),
+        makeSlot("Assessing officer", FieldKind::Text, 100, "asofficer"),
+        residence,
+    };
+}
 
 // Main_Info_oth repeats the deductor's name, PAN and address.
 const char *const kCopiedToOther[] = {"Name", "panno", "flat", "building", "street", "area",
@@ -74,9 +122,9 @@ const char *const kCopiedToOther[] = {"Name", "panno", "flat", "building", "stre
 
 const char *const kTabs[] = {"&Deductor", "&Responsible person", "&Other particulars"};
 
-bool isMainTable(const FieldSpec &f)
+QString columnOf(const Slot &slot)
 {
-    return qstrcmp(f.table, "Main_Info") == 0;
+    return slot.name.mid(3);
 }
 
 } // namespace
@@ -86,159 +134,166 @@ DeductorDialog::DeductorDialog(IDataObject *data, const QString &code, QWidget *
 {
     setWindowTitle(m_isNew ? QStringLiteral("New deductor") : QStringLiteral("Deductor ") + code);
     auto *layout = new QVBoxLayout(this);
-    auto *tabs = new QTabWidget(this);
-    QFormLayout *forms[3];
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("tabDeductor"));
+    const SlotTable tables[] = {deductorTab(), responsibleTab(), otherTab()};
     for (int t = 0; t < 3; ++t) {
-        auto *page = new QWidget(tabs);
-        forms[t] = new QFormLayout(page);
-        tabs->addTab(page, QString::fromUtf8(kTabs[t]));
+        auto *page = new QWidget(m_tabs);
+        auto *form = new QFormLayout(page);
+        auto *fields = new SlotFields(QStringLiteral("txt"), tables[t], page);
+        fields->bind(this, m_data);
+        fields->addRows(form);
+        m_pages << fields;
+        m_tabs->addTab(page, QString::fromUtf8(kTabs[t]));
     }
-    for (const FieldSpec &f : kFields) {
-        QWidget *editor = nullptr;
-        if (f.kind == Kind::State || f.kind == Kind::Status || f.kind == Kind::Residence) {
-            auto *combo = new QComboBox(this);
-            combo->setEditable(false);
-            if (f.kind == Kind::State) {
-                m_data->ComboFillStateList(combo);
-                combo->insertItem(0, QString());
-            } else if (f.kind == Kind::Residence) {
-                combo->addItems({QString(), QStringLiteral("RESIDENT"), QStringLiteral("NON-RESIDENT")});
-            } else {
-                combo->addItem(QString(), QString());
-                Recordset rs;
-                if (m_data->RecordsetQuery(rs, QStringLiteral("Select Status_Code, Status_Desc From Status_Master Order By Status_Desc"),
-                                           m_data->cnnobj()))
-                    for (; !rs.isEOF(); rs.moveNext())
-                        combo->addItem(rs.text(1), rs.text(0));
-            }
-            combo->setCurrentIndex(0);
-            editor = combo;
-        } else {
-            auto *line = new QLineEdit(this);
-            line->setMaxLength(f.maxLength);
-            if (f.kind == Kind::Email)
-                FieldBehaviour::markEmail(line);
-            if (f.kind == Kind::Digits)
-                line->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d*")), line));
-            if (f.kind == Kind::Date) {
-                line->setPlaceholderText(QStringLiteral("dd/mm/yyyy"));
-                connect(line, &QLineEdit::editingFinished, this, [this, line] {
-                    line->setText(m_data->convertdate(line->text()));
-                });
-            }
-            editor = line;
-        }
-        editor->setObjectName(QStringLiteral("txt") + QString::fromLatin1(f.column));
-        forms[f.tab]->addRow(QString::fromUtf8(f.caption), editor);
-        m_fields.insert(QString::fromLatin1(f.column).toLower(), editor);
+    layout->addWidget(m_tabs);
+    fillStatusList();
+    for (const char *digits : {"Mobile", "Mobile1", "Resp_Mobile"}) {
+        auto *line = qobject_cast<QLineEdit *>(field(QString::fromLatin1(digits)));
+        line->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d*")), line));
     }
-    layout->addWidget(tabs);
 
-    auto *buttons = new QDialogButtonBox(this);
-    auto *saveButton = buttons->addButton(QStringLiteral("&Save"), QDialogButtonBox::AcceptRole);
+    // Enter walks the fields; only Alt+S saves.
+    auto *buttons = new QHBoxLayout;
+    auto *saveButton = new QPushButton(QStringLiteral("&Save"), this);
     saveButton->setObjectName(QStringLiteral("cmdupdate"));
-    auto *cancelButton = buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
+    auto *cancelButton = new QPushButton(QStringLiteral("&Cancel"), this);
     cancelButton->setObjectName(QStringLiteral("cmdcancel"));
-    layout->addWidget(buttons);
-    connect(saveButton, &QPushButton::clicked, this, [this] {
-        if (save())
-            accept();
-    });
+    for (QPushButton *b : {saveButton, cancelButton}) {
+        b->setAutoDefault(false);
+        b->setDefault(false);
+    }
+    buttons->addStretch(1);
+    buttons->addWidget(saveButton);
+    buttons->addWidget(cancelButton);
+    layout->addLayout(buttons);
+    connect(saveButton, &QPushButton::clicked, this, &DeductorDialog::cmdupdateClicked);
     connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
 
     if (!m_isNew) {
         load();
-        static_cast<QLineEdit *>(field(QStringLiteral("Code_No")))->setReadOnly(true);
+        qobject_cast<QLineEdit *>(field(QStringLiteral("Code_No")))->setReadOnly(true);
     } else {
-        static_cast<QLineEdit *>(field(QStringLiteral("FormDate")))->setText(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
+        setValueOf(QStringLiteral("FormDate"), QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
     }
+}
+
+void DeductorDialog::cmdupdateClicked()
+{
+    runAction([this] {
+        if (save())
+            accept();
+    });
+}
+
+void DeductorDialog::fillStatusList()
+{
+    auto *combo = qobject_cast<QComboBox *>(field(QStringLiteral("status")));
+    Recordset rs;
+    if (combo && m_data->RecordsetQuery(rs, QStringLiteral("Select Status_Code, Status_Desc From Status_Master Order By Status_Desc"),
+                                        m_data->cnnobj()))
+        for (; !rs.isEOF(); rs.moveNext())
+            combo->addItem(rs.text(1), rs.text(0));
+}
+
+DeductorDialog::Place DeductorDialog::placeOf(const QString &column) const
+{
+    const QString name = QStringLiteral("txt") + column;
+    for (SlotFields *fields : m_pages) {
+        for (int i = 0; i < fields->count(); ++i) {
+            if (fields->slot(i).name.compare(name, Qt::CaseInsensitive) == 0)
+                return {fields, i};
+        }
+    }
+    return {};
+}
+
+QWidget *DeductorDialog::field(const QString &column) const
+{
+    const Place p = placeOf(column);
+    return p.fields ? p.fields->widget(p.index) : nullptr;
 }
 
 QString DeductorDialog::valueOf(const QString &column) const
 {
-    QWidget *w = field(column);
-    if (auto *combo = qobject_cast<QComboBox *>(w))
-        return combo->currentData().isValid() ? combo->currentData().toString() : combo->currentText();
-    if (auto *line = qobject_cast<QLineEdit *>(w))
-        return line->text().trimmed();
-    return QString();
+    const Place p = placeOf(column);
+    if (!p.fields)
+        return QString();
+    // The status is stored as its code, shown as its description.
+    if (auto *combo = qobject_cast<QComboBox *>(p.fields->widget(p.index)); combo && combo->currentData().isValid())
+        return combo->currentData().toString();
+    return p.fields->value(p.index).trimmed();
+}
+
+void DeductorDialog::setValueOf(const QString &column, const QString &value)
+{
+    const Place p = placeOf(column);
+    if (!p.fields)
+        return;
+    if (auto *combo = qobject_cast<QComboBox *>(p.fields->widget(p.index))) {
+        if (const int at = combo->findData(value); at >= 0 && !value.isEmpty()) {
+            combo->setCurrentIndex(at);
+            return;
+        }
+    }
+    p.fields->setValue(p.index, value);
 }
 
 void DeductorDialog::load()
 {
-    const QString key = m_data->TruncVarSQL(m_code);
-    for (const char *table : {"Main_Info", "Main_Info_oth"}) {
+    for (int main = 1; main >= 0; --main) {
+        const QString table = main ? QStringLiteral("Main_Info") : QStringLiteral("Main_Info_oth");
+        const QString keyColumn = main ? QStringLiteral("Code_No") : QStringLiteral("code_no");
         Recordset rs;
-        const QString keyColumn = qstrcmp(table, "Main_Info") == 0 ? QStringLiteral("Code_No") : QStringLiteral("code_no");
-        if (!m_data->RecordsetQuery(rs, QStringLiteral("Select * From %1 Where %2='%3'").arg(QLatin1String(table), keyColumn, key),
+        if (!m_data->RecordsetQuery(rs, QStringLiteral("Select * From %1 Where %2=%3").arg(table, keyColumn, m_data->quoted(m_code)),
                                     m_data->cnnobj()) || rs.isEOF())
             continue;
-        for (const FieldSpec &f : kFields) {
-            if (qstrcmp(f.table, table) != 0)
-                continue;
-            const QString value = rs.text(QString::fromLatin1(f.column));
-            QWidget *w = field(QString::fromLatin1(f.column));
-            if (auto *combo = qobject_cast<QComboBox *>(w)) {
-                int index = combo->findData(value);
-                if (index < 0)
-                    index = combo->findText(value, Qt::MatchFixedString);
-                if (index < 0 && !value.isEmpty()) {
-                    combo->addItem(value);
-                    index = combo->count() - 1;
-                }
-                combo->setCurrentIndex(qMax(0, index));
-            } else if (auto *line = qobject_cast<QLineEdit *>(w)) {
-                line->setText(value);
+        const auto pages = main ? m_pages.mid(0, 2) : m_pages.mid(2);
+        for (SlotFields *fields : pages) {
+            for (int i = 0; i < fields->count(); ++i) {
+                const QString column = columnOf(fields->slot(i));
+                setValueOf(column, rs.text(column));
             }
         }
     }
 }
 
+bool DeductorDialog::refuse(const QString &column, const QString &message)
+{
+    if (!message.isEmpty())
+        dialogs()->inform(message);
+    if (QWidget *w = field(column)) {
+        for (QWidget *p = w->parentWidget(); p; p = p->parentWidget()) {
+            if (const int tab = m_tabs->indexOf(p); tab >= 0)
+                m_tabs->setCurrentIndex(tab);
+        }
+        w->setFocus();
+        if (auto *line = qobject_cast<QLineEdit *>(w))
+            line->selectAll();
+    }
+    return false;
+}
+
 bool DeductorDialog::check()
 {
-    auto refuse = [this](const char *column, const QString &message) {
-        dialogs()->inform(message);
-        if (QWidget *w = field(QString::fromLatin1(column))) {
-            w->setFocus();
-            if (auto *line = qobject_cast<QLineEdit *>(w))
-                line->selectAll();
-        }
-        return false;
-    };
     if (valueOf(QStringLiteral("Code_No")).isEmpty())
-        return refuse("Code_No", QStringLiteral("Enter the deductor code."));
+        return refuse(QStringLiteral("Code_No"), QStringLiteral("Enter the deductor code."));
     if (valueOf(QStringLiteral("Name")).isEmpty())
-        return refuse("Name", QStringLiteral("Enter the name of the deductor."));
-    const QString tan = valueOf(QStringLiteral("Tanno"));
-    if (!tan.isEmpty() && !m_data->ValidTan(tan))
-        return refuse("Tanno", QStringLiteral("Invalid TAN: four letters, five digits and a letter, such as MUMD12345E."));
-    for (const char *pan : {"panno", "Resp_Pan"}) {
-        const QString value = valueOf(QString::fromLatin1(pan));
-        if (!value.isEmpty() && !m_data->ValidPan(value))
-            return refuse(pan, QStringLiteral("Invalid PAN: five letters, four digits and a letter, such as AABCD1234E."));
-    }
-    for (const char *pinColumn : {"PIN", "Resp_PIN"}) {
-        const QString pin = valueOf(QString::fromLatin1(pinColumn));
-        if (!pin.isEmpty() && pin.size() != 6)
-            return refuse(pinColumn, QStringLiteral("The PIN code has six digits."));
-    }
-    for (const char *mail : {"Email", "Email1", "Resp_Email"}) {
-        const QString value = valueOf(QString::fromLatin1(mail));
-        if (!value.isEmpty() && !value.contains(QLatin1Char('@')))
-            return refuse(mail, QStringLiteral("Invalid e-mail address."));
-    }
-    for (const char *date : {"FormDate", "dob"}) {
-        const QString value = valueOf(QString::fromLatin1(date));
-        if (!value.isEmpty() && !QDate::fromString(value, QStringLiteral("dd/MM/yyyy")).isValid())
-            return refuse(date, QStringLiteral("Type the date as dd/mm/yyyy."));
+        return refuse(QStringLiteral("Name"), QStringLiteral("Enter the name of the deductor."));
+    // A field filled but never left is checked (and normalised) here; its refusal is shown.
+    for (SlotFields *fields : std::as_const(m_pages)) {
+        for (int i = 0; i < fields->count(); ++i) {
+            if (!fields->leaveCheck(i))
+                return refuse(columnOf(fields->slot(i)), QString());
+        }
     }
     if (m_isNew) {
         Recordset rs;
-        if (m_data->RecordsetQuery(rs, QStringLiteral("Select Code_No From Main_Info Where Code_No='")
-                                           + m_data->TruncVarSQL(valueOf(QStringLiteral("Code_No"))) + QStringLiteral("'"),
+        if (m_data->RecordsetQuery(rs, QStringLiteral("Select Code_No From Main_Info Where Code_No=")
+                                           + m_data->quoted(valueOf(QStringLiteral("Code_No"))),
                                    m_data->cnnobj())
             && !rs.isEOF())
-            return refuse("Code_No", QStringLiteral("A deductor with this code already exists."));
+            return refuse(QStringLiteral("Code_No"), QStringLiteral("A deductor with this code already exists."));
     }
     return true;
 }
@@ -248,42 +303,41 @@ bool DeductorDialog::save()
     if (!check())
         return false;
     const QString code = valueOf(QStringLiteral("Code_No"));
-    const QString key = m_data->TruncVarSQL(code);
 
     // Both rows are replaced together or not at all.
-    bool ok = m_data->BeginTrans();
+    QStringList statements;
     for (const bool main : {true, false}) {
-        if (!ok)
-            break;
         const QString table = main ? QStringLiteral("Main_Info") : QStringLiteral("Main_Info_oth");
         const QString keyColumn = main ? QStringLiteral("Code_No") : QStringLiteral("code_no");
         QStringList columns{keyColumn};
-        QStringList values{QLatin1Char('\'') + key + QLatin1Char('\'')};
-        for (const FieldSpec &f : kFields) {
-            if (isMainTable(f) != main || qstrcmp(f.column, "Code_No") == 0)
-                continue;
-            columns << QString::fromLatin1(f.column);
-            values << QLatin1Char('\'') + m_data->TruncVarSQL(valueOf(QString::fromLatin1(f.column))) + QLatin1Char('\'');
+        QStringList values{m_data->quoted(code)};
+        const auto pages = main ? m_pages.mid(0, 2) : m_pages.mid(2);
+        for (SlotFields *fields : pages) {
+            for (int i = 0; i < fields->count(); ++i) {
+                const QString column = columnOf(fields->slot(i));
+                if (column == QLatin1String("Code_No"))
+                    continue;
+                columns << column;
+                values << m_data->quoted(valueOf(column));
+            }
         }
         if (!main) {
             for (const char *column : kCopiedToOther) {
                 columns << QString::fromLatin1(column);
-                values << QLatin1Char('\'') + m_data->TruncVarSQL(valueOf(QString::fromLatin1(column))) + QLatin1Char('\'');
+                values << m_data->quoted(valueOf(QString::fromLatin1(column)));
             }
         }
-        ok = m_data->ConQuery(QStringLiteral("Delete From %1 Where %2='%3'").arg(table, keyColumn, key))
-             && m_data->ConQuery(QStringLiteral("Insert Into %1 (%2) Values (%3)")
-                                     .arg(table, columns.join(QLatin1Char(',')), values.join(QLatin1Char(','))));
+        statements << QStringLiteral("Delete From %1 Where %2=%3").arg(table, keyColumn, m_data->quoted(code))
+                   << QStringLiteral("Insert Into %1 (%2) Values (%3)")
+                          .arg(table, columns.join(QLatin1Char(',')), values.join(QLatin1Char(',')));
     }
-    if (!ok) {
-        const QString why = m_data->lastError();
-        m_data->RollbackTrans();
-        dialogs()->inform(QStringLiteral("The deductor could not be saved; nothing was changed.\n\n") + why,
+    TransactionGuard guard(*m_data);
+    guard.run(statements);
+    if (!guard.commit()) {
+        dialogs()->inform(QStringLiteral("The deductor could not be saved; nothing was changed.\n\n") + guard.error(),
                           QString(), Dialogs::Icon::Critical);
         return false;
     }
-    m_data->CommitTrans();
-    m_data->ConQuery(QStringLiteral("Flush Tables"));
     m_code = code;
     return true;
 }

@@ -2,11 +2,13 @@
 // Adds or edits one deductor: its Main_Info row and its Main_Info_oth row.
 #include "ui/FormWindow.h"
 
-#include <QHash>
+#include <QList>
 #include <QString>
 
 class IDataObject;
-class QWidget;
+class QPushButton;
+class QTabWidget;
+class SlotFields;
 
 class DeductorDialog : public FormWindow
 {
@@ -19,15 +21,26 @@ public:
     // Checks and saves; false (and the user told why) when something is missing or wrong.
     bool save();
 
-    QWidget *field(const QString &column) const { return m_fields.value(column.toLower()); }
+    // The editor of a column ("Code_No", "panno"), named "txt<Column>".
+    QWidget *field(const QString &column) const;
 
 private:
+    struct Place {
+        SlotFields *fields = nullptr;
+        int index = -1;
+    };
+    Place placeOf(const QString &column) const;
     void load();
     bool check();
+    bool refuse(const QString &column, const QString &message);
     QString valueOf(const QString &column) const;
+    void setValueOf(const QString &column, const QString &value);
+    void fillStatusList();
+    void cmdupdateClicked();
 
     IDataObject *m_data;
     QString m_code;
     bool m_isNew;
-    QHash<QString, QWidget *> m_fields;   // lower-case column name -> editor
+    QTabWidget *m_tabs = nullptr;
+    QList<SlotFields *> m_pages;   // one per tab; the last holds the Main_Info_oth columns
 };

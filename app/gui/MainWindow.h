@@ -27,6 +27,10 @@ public:
     // Tests answer the window's messages themselves; null restores the message boxes.
     void setDialogs(Dialogs *dialogs);
 
+    // Settings keys of the deductor and year chosen last.
+    static QString lastDeductorKey();
+    static QString lastYearKey();
+
 private:
     void buildUi();
     void fillFormList();
@@ -35,6 +39,9 @@ private:
     void onNewDeductor();
     void onEditDeductor();
     void updateStatus();
+    // The title names the chosen deductor and year; both are kept for the next start.
+    void selectionChanged();
+    QString selectionTitle() const;
 
     IDataObject *m_data;
     std::unique_ptr<Dialogs> m_ownDialogs;

@@ -86,15 +86,20 @@ private slots:
     {
         year()->setText(QStringLiteral("2024-25"));
         QString shown;
+        QString title;
         QTimer::singleShot(0, this, [&] {
             QWidget *modal = QApplication::activeModalWidget();
             if (auto *dialog = qobject_cast<QDialog *>(modal)) {
                 shown = QString::fromLatin1(dialog->metaObject()->className());
+                title = dialog->windowTitle();
                 dialog->done(QDialog::Rejected);
             }
         });
         QVERIFY(m_window->openForm(QStringLiteral("Form15I")));
         QCOMPARE(shown, QStringLiteral("frm15i"));
+        // The operator sees whose form and which year it is.
+        QVERIFY2(title.endsWith(QLatin1String(" - DEMO01 DEMO TRADERS PRIVATE LIMITED - AY 2024-25")), qPrintable(title));
+        QVERIFY(m_window->windowTitle().endsWith(QLatin1String("DEMO01 DEMO TRADERS PRIVATE LIMITED - AY 2024-25")));
         QCOMPARE(modbase::dataObject()->codeno(), QStringLiteral("DEMO01"));
         QCOMPARE(modbase::dataObject()->AsYear(), QStringLiteral("2024-25"));
     }
