@@ -1,6 +1,7 @@
 #include "ui/FormWindow.h"
 
 #include "ui/FieldBehaviour.h"
+#include "json/Dialogs.h"
 #include "ui/WidgetDialogs.h"
 
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTimer>
+#include <utility>
 
 FormWindow::FormWindow(QWidget *parent)
     : QDialog(parent), m_ownDialogs(std::make_unique<WidgetDialogs>(this)),
@@ -71,6 +73,15 @@ QWidget *FormWindow::firstField() const
     return nullptr;
 }
 
+void FormWindow::informWhenShown(const QString &message)
+{
+    if (isVisible()) {
+        m_dialogs->inform(message, QString(), Dialogs::Icon::Critical);
+        return;
+    }
+    m_pending << message;
+}
+
 void FormWindow::showEvent(QShowEvent *event)
 {
     // Fields are built by the time the window first shows; later ones are caught here too.
@@ -80,6 +91,13 @@ void FormWindow::showEvent(QShowEvent *event)
         m_shownOnce = true;
         if (QWidget *first = firstField())
             first->setFocus(Qt::TabFocusReason);
+    }
+    if (!m_pending.isEmpty()) {
+        QTimer::singleShot(0, this, [this] {
+            const QStringList pending = std::exchange(m_pending, {});
+            for (const QString &message : pending)
+                m_dialogs->inform(message, QString(), Dialogs::Icon::Critical);
+        });
     }
 }
 

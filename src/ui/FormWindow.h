@@ -4,6 +4,7 @@
 // line, and asks its closing question whenever the window is about to close (Escape, the
 // title bar button, close()). Answering No keeps the window open with its edits.
 #include <QDialog>
+#include <QStringList>
 #include <functional>
 #include <memory>
 
@@ -33,6 +34,10 @@ public:
     void showStatus(const QString &text);
     QString statusText() const;
 
+    // A message for a window that may not be on screen yet (a failed load while it is being
+    // built): shown at once when visible, else as soon as it shows.
+    void informWhenShown(const QString &message);
+
     // The entry field the window opens in: the first one in tab order that takes input.
     QWidget *firstField() const;
 
@@ -53,4 +58,5 @@ private:
     QLabel *m_status = nullptr;
     bool m_asking = false;
     bool m_shownOnce = false;
+    QStringList m_pending;
 };

@@ -37,8 +37,7 @@ void LogicWindow::formLoad()
     m_cmdupdate->setEnabled(loaded);
     if (!loaded) {
         showStatus(QStringLiteral("Not loaded: nothing will be saved"));
-        dialogs()->inform(FormLogic::loadFailureText(m_caption, m_logic.loadError()), QString(),
-                          Dialogs::Icon::Critical);
+        informWhenShown(FormLogic::loadFailureText(m_caption, m_logic.loadError()));
     }
 }
 

@@ -81,8 +81,7 @@ void RecordWindow::formLoad()
         for (QPushButton *b : std::as_const(m_buttons))
             b->setEnabled(b->objectName() == QLatin1String("cmdback"));
         showStatus(QStringLiteral("Not loaded: nothing will be saved"));
-        dialogs()->inform(FormLogic::loadFailureText(m_caption, m_logic.loadError()), QString(),
-                          Dialogs::Icon::Critical);
+        informWhenShown(FormLogic::loadFailureText(m_caption, m_logic.loadError()));
     }
 }
 

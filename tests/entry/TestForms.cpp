@@ -3,6 +3,7 @@
 
 #include "RecordingReportObject.h"
 #include "TestDatabase.h"
+#include "entry/FormRegistry.h"
 #include "entry/Forms.h"
 #include "host/ErrorLog.h"
 #include "host/ServiceRegistry.h"
@@ -76,10 +77,11 @@ private slots:
                                "ChallanNew", "Form15C", "Form15D", "Form15G", "Form15GNew", "Form15GNew1",
                                "Form13New", "Form13OLD", "FORM26QA", "FORM26QAA", "Form27C", "Form27CNew",
                                "Form49B", "Form49BCH", "FormEPayITD"};
-        QCOMPARE(int(Forms::operations().size()), 21);
+        QCOMPARE(int(FormRegistry::all().size()), 21);
         for (int i = 0; i < names.size(); ++i) {
             // Interface order is part of the contract.
-            QCOMPARE(QString::fromLatin1(Forms::operations()[size_t(i)].name), names[i]);
+            QCOMPARE(QString::fromLatin1(FormRegistry::all()[size_t(i)].operation), names[i]);
+            QCOMPARE(FormRegistry::all()[size_t(i)].number, i + 1);
             QString cls;
             if (names[i] == QLatin1String("Form15C"))
                 cls = QStringLiteral("frm15c");
@@ -98,15 +100,12 @@ private slots:
         QFETCH(QString, windowClass);
         auto forms = Forms::create();
         QVERIFY(forms);
-        const Forms::Operation *op = nullptr;
-        for (const auto &candidate : Forms::operations())
-            if (QLatin1String(candidate.name) == name)
-                op = &candidate;
+        const FormDescriptor *op = FormRegistry::byOperation(name);
         QVERIFY(op);
         QCOMPARE(QString::fromLatin1(op->tag), tag);
 
         const int before = int(logLines().size());
-        std::unique_ptr<QDialog> first(((*forms).*(op->call))());
+        std::unique_ptr<QDialog> first(forms->open(name));
         if (windowClass.isEmpty()) {
             QVERIFY(!first);
             const QStringList lines = logLines();
@@ -117,7 +116,7 @@ private slots:
         QVERIFY(first);
         QCOMPARE(QString::fromLatin1(first->metaObject()->className()), windowClass);
         QVERIFY(!first->isVisible());   // the host shows it
-        std::unique_ptr<QDialog> second(((*forms).*(op->call))());
+        std::unique_ptr<QDialog> second(forms->open(name));
         QVERIFY(second);
         QVERIFY(second.get() != first.get());
     }

@@ -1,6 +1,12 @@
 #include "FormsFixture.h"
 #include "TestRegistry.h"
-#include "forms/StoredFormPrint.h"
+#include "ScriptedDialogs.h"
+#include "entry/FormRegistry.h"
+#include "shared/FormLogic.h"
+#include "ui/FormWindow.h"
+
+#include <QLineEdit>
+#include <QPushButton>
 
 #include <QRegularExpression>
 
@@ -180,9 +186,51 @@ private slots:
         IReportObject *r = modbase::reportObject();
         r->NewReport();
         r->printtext(QStringLiteral("LEFT OVER FROM AN EARLIER REPORT"));
-        StoredFormPrint::build(StoredFormPrint::Form::F15C);
+        std::unique_ptr<FormLogic> logic = FormRegistry::byCliKey(QStringLiteral("15C"))->logic();
+        QVERIFY(logic->load());
+        r->NewReport();
+        logic->buildReport();
         QVERIFY(r->reportText().contains(QStringLiteral("ASSESSING OFFICER O'HARA")));
         QVERIFY(!r->reportText().contains(QStringLiteral("LEFT OVER")));
+        QCOMPARE(logic->documentName(), QStringLiteral("Form15C_D15_2024-25"));
+    }
+
+    // A table that cannot be read: the form says so, shows nothing it could save over the
+    // record, and refuses to save.
+    void failedLoadNeverSaves_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("table");
+        QTest::newRow("15C") << "15c" << "Form15C";
+        QTest::newRow("15I") << "15i" << "Form15I";
+    }
+    void failedLoadNeverSaves()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, table);
+        IDataObject *d = modbase::dataObject();
+        FormsFixture::withForm(key, {QStringLiteral("KEPT")}, [](auto &f) { QVERIFY(f.save()); });
+        QVERIFY(d->ConQuery(QStringLiteral("Rename Table %1 To %1_away").arg(table)));
+        const FormDescriptor *form = FormRegistry::byCliKey(key);
+        std::unique_ptr<FormLogic> logic = form->logic();
+        const bool loaded = logic->load();
+        const bool saved = logic->save();
+        ScriptedDialogs dialogs;
+        std::unique_ptr<QDialog> w(form->window());
+        static_cast<FormWindow *>(w.get())->setDialogs(&dialogs);
+        w->show();
+        QTRY_COMPARE(dialogs.asked.size(), 1);
+        const bool saveOffered = w->findChild<QPushButton *>(QStringLiteral("cmdupdate"))->isEnabled();
+        w.reset();
+        QVERIFY(d->ConQuery(QStringLiteral("Rename Table %1_away To %1").arg(table)));
+        QVERIFY(!loaded);
+        QVERIFY(logic->loadFailed());
+        QVERIFY2(logic->loadError().contains(table, Qt::CaseInsensitive), qPrintable(logic->loadError()));
+        QVERIFY(!saved);
+        QVERIFY(logic->saveError().contains(QStringLiteral("nothing is saved")));
+        QVERIFY(FormsFixture::rows(QStringLiteral("Select * from ") + table).first().contains(QStringLiteral("KEPT")));
+        QVERIFY(dialogs.asked[0].message.contains(QStringLiteral("could not be read")));
+        QVERIFY(!saveOffered);
     }
 };
 

@@ -1,7 +1,8 @@
 #include "FormsFixture.h"
 #include "ScriptedDialogs.h"
 #include "TestRegistry.h"
-#include "forms/FormFactory.h"
+#include "entry/FormRegistry.h"
+#include "ui/FormWindow.h"
 #include "forms/frm15c.h"
 #include "forms/frm15d.h"
 #include "forms/frm15i.h"
@@ -21,8 +22,7 @@ class TestFormWindows : public QObject
     // The window of "15C", "15D" or "15I", shown and active.
     std::unique_ptr<QDialog> open(const QString &form)
     {
-        const qsizetype which = QStringList{"15C", "15D", "15I"}.indexOf(form);
-        std::unique_ptr<QDialog> w(std::array{newFrm15c, newFrm15d, newFrm15i}.at(which)());
+        std::unique_ptr<QDialog> w(FormRegistry::byCliKey(form)->window());
         if (auto *fw = qobject_cast<FormWindow *>(w.get()))
             fw->setDialogs(&m_dialogs);
         w->show();
@@ -91,12 +91,16 @@ private slots:
                      qPrintable(name));
         }
 
-        // The frame stays in the middle of a larger window.
-        w->resize(1200, 760);
-        QTRY_COMPARE(w->size(), QSize(1200, 760));
+        // The window opens in its first field; the frame stays in the middle of a larger
+        // window and its fields widen with it.
+        QCOMPARE(static_cast<FormWindow *>(w.get())->firstField(), first);
+        const int narrow = first->width();
+        w->resize(1300, 760);
+        QTRY_COMPARE(w->size(), QSize(1300, 760));
         const QWidget *frame = w->findChild<QWidget *>(QStringLiteral("Frame1"));
         QVERIFY(frame);
         QTRY_VERIFY((frame->geometry().center() - w->rect().center()).manhattanLength() <= 3);
+        QTRY_VERIFY(first->width() > narrow);
     }
 
     void typedSavedAndReopened_data()
@@ -132,9 +136,10 @@ private slots:
             QCOMPARE(m_dialogs.asked[0].message, QStringLiteral("Do you want to exit ?"));
             QVERIFY(w->isVisible());
             QVERIFY(FormsFixture::rows(query).isEmpty());
-            // An access key clicks its button after a short animation; the save is silent.
+            // An access key clicks its button after a short animation; the save is reported.
             QTest::keyClick(w.get(), Qt::Key_S, Qt::AltModifier);
             QTRY_COMPARE(FormsFixture::rows(query).size(), 1);
+            QCOMPARE(static_cast<FormWindow *>(w.get())->statusText(), QStringLiteral("Form ") + form + QStringLiteral(" saved"));
             QVERIFY2(FormsFixture::rows(query).first().endsWith(stored), qPrintable(FormsFixture::rows(query).first()));
             QCOMPARE(m_dialogs.asked.size(), 1);
             m_dialogs.answers.enqueue(true);
@@ -145,6 +150,29 @@ private slots:
         QVERIFY(again);
         for (int i = 0; i < fields.size(); ++i)
             QCOMPARE(edit(again.get(), fields[i])->text(), typed[i].toUpper());
+    }
+
+    // Alt+S runs the leave rules of the field the cursor is still in.
+    void accessKeyRunsTheFocusedFieldsRules_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("date normalised") << QStringLiteral("1-6-20") << QStringLiteral("1|X1|01/06/2020");
+        QTest::newRow("pasted line break dropped") << QStringLiteral("12/12/2020\r\n") << QStringLiteral("1|X1|12/12/2020");
+    }
+    void accessKeyRunsTheFocusedFieldsRules()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        auto w = open(QStringLiteral("15I"));
+        QVERIFY(w);
+        type(edit(w.get(), QStringLiteral("txtfields1_1")), QStringLiteral("x1"));
+        QLineEdit *date = edit(w.get(), QStringLiteral("txtfields2_1"));
+        type(date, QString());
+        date->insert(typed);
+        QTest::keyClick(w.get(), Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(FormsFixture::rows(QStringLiteral("Select SrNo, RegNo, RegDate from Form15I")), QStringList{stored});
+        QVERIFY(date->hasFocus());
     }
 
     void form15iDateIsNormalisedOnLeaving_data()

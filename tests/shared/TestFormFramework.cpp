@@ -1,0 +1,401 @@
+// The shared form pieces on a real database: column encoding and leave rules, the
+// transaction guard, the record form's life cycle and its window driven by keys.
+#include "TestRegistry.h"
+
+#include "ScriptedDialogs.h"
+#include "TestDatabase.h"
+#include "host/ServiceRegistry.h"
+#include "shared/ColumnEncoder.h"
+#include "shared/FieldRules.h"
+#include "shared/RecordForm.h"
+#include "shared/TransactionGuard.h"
+#include "shared/modbase.h"
+#include "ui/FormLayout.h"
+#include "ui/RecordWindow.h"
+#include "ui/SlotFields.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSet>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+SlotTable testSlots()
+{
+    return {{.caption = QStringLiteral("Nam&e"), .width = 50},
+            {.caption = QStringLiteral("PAN &1"), .kind = FieldKind::Pan, .width = 10},
+            {.caption = QStringLiteral("Amo&unt"), .kind = FieldKind::Amount},
+            {.caption = QStringLiteral("Date &2"), .kind = FieldKind::Date, .width = 10},
+            {.caption = QStringLiteral("Sources"), .kind = FieldKind::Flags,
+             .items = {QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")}}};
+}
+
+// A record form over TbRec with one detail table that travels with each record.
+class TestRecords : public RecordForm
+{
+public:
+    TestRecords() : RecordForm(RecordStatements::forTable(QStringLiteral("TbRec")), testSlots(), QStringLiteral("Record")) {}
+    QString module() const override { return QStringLiteral("frmrec"); }
+    QString documentBase() const override { return QStringLiteral("Rec"); }
+    void buildReport() override {}
+
+protected:
+    QStringList deleteDetailStatements(int serial) const override
+    {
+        return {QStringLiteral("Delete From TbRecT Where Period_Code=") + periodText() + QStringLiteral(" and FormSrId=")
+                + QString::number(serial)};
+    }
+    void copyDetails(IDataObject &, TransactionGuard &guard, int from, int to) override
+    {
+        guard.run(QStringLiteral("Insert Into TbRecT Select Period_Code, %1, Srno, Txt From TbRecT Where Period_Code=%2 "
+                                 "and FormSrId=%3")
+                      .arg(to)
+                      .arg(periodText())
+                      .arg(from));
+    }
+};
+
+class RecWindow : public RecordWindow
+{
+public:
+    RecWindow() : RecordWindow(m_records, QStringLiteral("Test record"), nullptr)
+    {
+        QBoxLayout *panel = FormLayout::centredPanel(this, QStringLiteral("RECORD"), QString());
+        auto *form = new QFormLayout;
+        m_fields = new SlotFields(QStringLiteral("txtfields"), m_records.slotTable(), panel->parentWidget());
+        m_fields->addRows(form);
+        m_fields->bind(this, modbase::dataObject());
+        connect(m_fields, &SlotFields::valueChanged, this, [this](int i, const QString &t) { m_records.setValue(i, t); });
+        panel->addLayout(form);
+        addButtons(panel, QStringLiteral("&Print"));
+        formLoad();
+    }
+    SlotFields *fields() const { return m_fields; }
+
+private:
+    void showFields() override { m_fields->setValues(m_records.values()); }
+    void setFieldsReadOnly(bool readOnly) override { m_fields->setReadOnly(readOnly); }
+
+    TestRecords m_records;
+    SlotFields *m_fields = nullptr;
+};
+
+} // namespace
+
+class TestFormFramework : public QObject
+{
+    Q_OBJECT
+
+    IDataObject *d() const { return modbase::dataObject(); }
+    QStringList rows(const QString &sql) const
+    {
+        Recordset rs;
+        QStringList out;
+        if (!d()->RecordsetQuery(rs, sql, d()->cnnobj(), 3, 3, 1))
+            return {QStringLiteral("<failed>")};
+        for (; !rs.isEOF(); rs.moveNext()) {
+            QStringList fields;
+            for (int i = 0; i < rs.fieldCount(); ++i)
+                fields << rs.text(i);
+            out << fields.join(QLatin1Char('|'));
+        }
+        return out;
+    }
+    static void fill(TestRecords &f, const QStringList &values)
+    {
+        for (int i = 0; i < values.size(); ++i)
+            f.setValue(i, values[i]);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        TDS_DB_SETUP();
+        ServiceRegistry::registerBuiltins();
+        modbase::resetForTests();
+        QVERIFY(modbase::Main());
+        QVERIFY(d()->ConQuery(QStringLiteral(
+            "Create Table TbRec (Period_Code Int Not Null, FormSrNo Int Not Null, Name Varchar(50), Pan Varchar(10), "
+            "Amt Decimal(15,2), Dt Varchar(10), Flags Varchar(5), Primary Key (Period_Code, FormSrNo)) Engine=InnoDB")));
+        QVERIFY(d()->ConQuery(QStringLiteral(
+            "Create Table TbRecT (Period_Code Int Not Null, FormSrId Int Not Null, Srno Int Not Null, Txt Varchar(20), "
+            "Primary Key (Period_Code, FormSrId, Srno)) Engine=InnoDB")));
+        QVERIFY(d()->ConQuery(QStringLiteral("Insert Into Main_Info (Code_No, Name) Values ('R1', 'RECORDS')")));
+        d()->setCodeno(QStringLiteral("R1"));
+        d()->setAsYear(QStringLiteral("2025-26"));
+    }
+    void cleanupTestCase() { TestDatabase::tearDown(); }
+    void init()
+    {
+        QVERIFY(d()->ConQuery(QStringLiteral("Delete From TbRec")));
+        QVERIFY(d()->ConQuery(QStringLiteral("Delete From TbRecT")));
+    }
+
+    void encodings_data()
+    {
+        QTest::addColumn<int>("encoding");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("sql");
+        const int text = int(Encoding::Text), amount = int(Encoding::Amount), integer = int(Encoding::Integer),
+                  flags = int(Encoding::Flags);
+        QTest::newRow("apostrophe") << text << "O'NEIL" << "'O''NEIL'";
+        QTest::newRow("backslash") << text << "A\\B" << "'A\\\\B'";
+        QTest::newRow("amount empty") << amount << "" << "0";
+        QTest::newRow("amount") << amount << "1500.50" << "1500.5";
+        QTest::newRow("amount leading part") << amount << "12.5%" << "12.5";
+        QTest::newRow("range stored by its start") << amount << "101-200" << "101";
+        QTest::newRow("Nil") << amount << "Nil" << "0";
+        QTest::newRow("negative") << amount << "-7.25" << "-7.25";
+        QTest::newRow("integer") << integer << "42.9" << "42";
+        QTest::newRow("flags") << flags << "10100" << "'10100'";
+        QTest::newRow("flags cannot carry a quote") << flags << "1'0" << "'10'";
+    }
+    void encodings()
+    {
+        QFETCH(int, encoding);
+        QFETCH(QString, value);
+        QFETCH(QString, sql);
+        QCOMPARE(ColumnEncoder::encode(*d(), Encoding(encoding), value), sql);
+    }
+
+    void positionalInsert()
+    {
+        QCOMPARE(ColumnEncoder::positionalInsert(QStringLiteral("INSERT INTO TbRec VALUES ("), {QStringLiteral("7"), QStringLiteral("2")},
+                                                 *d(), testSlots(), {QStringLiteral("D'SA"), QString(), QString(), QString(), QStringLiteral("000")}),
+                 QStringLiteral("INSERT INTO TbRec VALUES (7,2,'D''SA','',0,'','000')"));
+    }
+
+    void leaveRules_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("after");   // the text, or the refusal when not ok
+        const int pan = int(FieldKind::Pan), tan = int(FieldKind::Tan), date = int(FieldKind::Date),
+                  amount = int(FieldKind::Amount), pin = int(FieldKind::Pin), text = int(FieldKind::Text);
+        QTest::newRow("empty PAN passes") << pan << "" << true << "";
+        QTest::newRow("bad PAN") << pan << "ABCDE1234" << false << "Invalid PAN.";
+        QTest::newRow("good PAN") << pan << "AAACO1234B" << true << "AAACO1234B";
+        QTest::newRow("bad TAN") << tan << "MUMO1234A" << false << "Invalid TAN.";
+        QTest::newRow("date") << date << "1-6-20" << true << "01/06/2020";
+        QTest::newRow("amount") << amount << "1234.5" << true << "1234.50";
+        QTest::newRow("not an amount") << amount << "abc" << true << "0.00";
+        QTest::newRow("PIN of five digits") << pin << "41100" << false << "The PIN code has six digits.";
+        QTest::newRow("PIN with a blank") << pin << "411 01" << false << "The PIN code has six digits.";
+        QTest::newRow("pasted line break") << text << "MUMBAI\r\n" << true << "MUMBAI";
+    }
+    void leaveRules()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, typed);
+        QFETCH(bool, ok);
+        QFETCH(QString, after);
+        const FieldRules::Outcome out = FieldRules::leave(Slot{.kind = FieldKind(kind)}, typed, *d());
+        QCOMPARE(out.ok, ok);
+        QCOMPARE(ok ? out.text : out.message, after);
+    }
+
+    // A failing statement or commit leaves the earlier rows as they were, with the
+    // server's message; a guard that is never committed changes nothing.
+    void transactionGuard_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<bool>("commit");
+        QTest::addColumn<QStringList>("after");
+        const QString del = QStringLiteral("Delete From TbRec");
+        const QString good = QStringLiteral("Insert Into TbRec (Period_Code, FormSrNo, Name) Values (9, 2, 'NEW')");
+        const QString bad = QStringLiteral("Insert Into TbRec (Period_Code, FormSrNo, Name) Values (9, 3, 'TOO LONG FOR FIFTY CHARACTERS OF A VARCHAR COLUMN, SURELY')");
+        QTest::newRow("all good") << QStringList{del, good} << true << QStringList{"9|2|NEW"};
+        QTest::newRow("failed insert") << QStringList{del, good, bad} << true << QStringList{"9|1|OLD"};
+        QTest::newRow("never committed") << QStringList{del, good} << false << QStringList{"9|1|OLD"};
+    }
+    void transactionGuard()
+    {
+        QFETCH(QStringList, statements);
+        QFETCH(bool, commit);
+        QFETCH(QStringList, after);
+        QVERIFY(d()->ConQuery(QStringLiteral("Insert Into TbRec (Period_Code, FormSrNo, Name) Values (9, 1, 'OLD')")));
+        {
+            TransactionGuard guard(*d());
+            guard.run(statements);
+            if (commit) {
+                const bool ok = guard.commit();
+                QCOMPARE(ok, after.first().endsWith(QLatin1String("NEW")));
+                if (!ok)
+                    QVERIFY2(guard.error().contains(QLatin1String("Name")), qPrintable(guard.error()));
+            }
+        }
+        QCOMPARE(rows(QStringLiteral("Select Period_Code, FormSrNo, Name From TbRec")), after);
+    }
+
+    void serialsAndStorage()
+    {
+        TestRecords f;
+        QVERIFY(f.load());
+        QVERIFY(f.isEmpty());
+        f.add();
+        fill(f, {QStringLiteral("D'SOUZA"), QStringLiteral("AAACO1234B"), QString(), QStringLiteral("01/04/2025"), QStringLiteral("000")});
+        QVERIFY(f.saveRecord());
+        QCOMPARE(f.currentSerial(), 1);
+        QCOMPARE(f.statusText(), QStringLiteral("Record 1 saved"));
+        f.add();
+        fill(f, {QStringLiteral("SECOND"), QString(), QStringLiteral("99.5"), QString(), QStringLiteral("101")});
+        QVERIFY(f.saveRecord());
+        QCOMPARE(f.currentSerial(), 2);
+        // Modifying keeps the serial and replaces the row.
+        f.first();
+        QVERIFY(f.modify());
+        f.setValue(0, QStringLiteral("FIRST"));
+        QVERIFY(f.saveRecord());
+        QCOMPARE(f.currentSerial(), 1);
+        QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name, Pan, Amt, Dt, Flags From TbRec Order By FormSrNo")),
+                 (QStringList{"1|FIRST|AAACO1234B|0|01/04/2025|000", "2|SECOND||99.5||101"}));
+        QCOMPARE(f.statusText(), QStringLiteral("Record 1 saved"));
+        f.next();
+        QCOMPARE(f.statusText(), QStringLiteral("Record 2 of 2"));
+    }
+
+    void deleteAndCopy()
+    {
+        ScriptedDialogs dialogs;
+        TestRecords f;
+        f.setDialogs(&dialogs);
+        QVERIFY(f.load());
+        for (const char *name : {"A", "B", "C"}) {
+            f.add();
+            f.setValue(0, QLatin1String(name));
+            QVERIFY(f.saveRecord());
+        }
+        QVERIFY(d()->ConQuery(QStringLiteral("Insert Into TbRecT Values (%1, 2, 1, 'ROW OF B')").arg(f.periodCode())));
+
+        // No keeps everything; the question has No as its default button.
+        f.moveTo(1);
+        QVERIFY(!f.deleteRecord());
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to Delete the Selected Item ?"));
+        QVERIFY(!dialogs.asked.last().yesIsDefault);
+        QCOMPARE(dialogs.asked.last().icon, Dialogs::Icon::Question);
+
+        // A copy takes the next serial, its detail rows and enters editing.
+        dialogs.answers.enqueue(true);
+        QVERIFY(f.copyRecord());
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to Make a Copy of the Selected Item ?"));
+        QCOMPARE(f.currentSerial(), 4);
+        QVERIFY(f.editing());
+        QCOMPARE(rows(QStringLiteral("Select FormSrId, Txt From TbRecT Order By FormSrId")), (QStringList{"2|ROW OF B", "4|ROW OF B"}));
+        f.cancel();
+
+        // Deleting the last record leaves the new last one current; details go with it.
+        f.last();
+        dialogs.answers.enqueue(true);
+        QVERIFY(f.deleteRecord());
+        QCOMPARE(f.currentSerial(), 3);
+        QCOMPARE(f.value(0), QStringLiteral("C"));
+        QCOMPARE(rows(QStringLiteral("Select FormSrId From TbRecT")), QStringList{"2"});
+        // A period that lost its highest record gives that serial out again.
+        f.add();
+        QVERIFY(f.saveRecord());
+        QCOMPARE(f.currentSerial(), 4);
+    }
+
+    void escapeQuestions()
+    {
+        ScriptedDialogs dialogs;
+        TestRecords f;
+        f.setDialogs(&dialogs);
+        QVERIFY(f.load());
+        f.add();
+        f.setValue(0, QStringLiteral("DRAFT"));
+        QVERIFY(!f.escape());   // No: still editing
+        QVERIFY(f.editing());
+        QCOMPARE(dialogs.asked.last().message,
+                 QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?"));
+        QVERIFY(!dialogs.asked.last().yesIsDefault);
+        dialogs.answers.enqueue(true);
+        QVERIFY(!f.escape());   // Yes cancels, the form stays
+        QVERIFY(!f.editing());
+        QVERIFY(rows(QStringLiteral("Select * From TbRec")).isEmpty());
+        dialogs.answers.enqueue(true);
+        QVERIFY(f.escape());
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to exit ?"));
+    }
+
+    void failedLoadRefusesEverything()
+    {
+        QVERIFY(d()->ConQuery(QStringLiteral("Rename Table TbRec To TbRec_away")));
+        TestRecords f;
+        const bool loaded = f.load();
+        f.add();
+        const bool saved = f.saveRecord();
+        QVERIFY(d()->ConQuery(QStringLiteral("Rename Table TbRec_away To TbRec")));
+        QVERIFY(!loaded);
+        QVERIFY(!f.editing());
+        QVERIFY(!saved);
+    }
+
+    // The window as a clerk uses it: keys only.
+    void windowByKeys()
+    {
+        ScriptedDialogs dialogs;
+        RecWindow w;
+        w.setDialogs(&dialogs);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        QVERIFY(w.button(QStringLiteral("cmdupdate")) && !w.button(QStringLiteral("cmdupdate"))->isEnabled());
+        // Every access key of the window is its own.
+        QStringList keys;
+        for (QAbstractButton *b : w.findChildren<QAbstractButton *>())
+            keys << QKeySequence::mnemonic(b->text()).toString();
+        for (QLabel *l : w.findChildren<QLabel *>())
+            keys << QKeySequence::mnemonic(l->text()).toString();
+        keys.removeAll(QString());
+        QCOMPARE(QSet<QString>(keys.begin(), keys.end()).size(), keys.size());
+        QTest::keyClick(&w, Qt::Key_A, Qt::AltModifier);
+        QTRY_VERIFY(w.recordForm().editing());
+        auto *name = static_cast<QLineEdit *>(w.fields()->widget(0));
+        QTRY_VERIFY(name->hasFocus());
+        QTest::keyClicks(name, QStringLiteral("ravi"));
+        QTest::keyClick(name, Qt::Key_Return);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("abcde1234"));
+        // A refused PAN keeps the cursor and stops Alt+S.
+        QTest::keyClick(&w, Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(dialogs.asked.size(), 1);
+        QCOMPARE(dialogs.asked[0].message, QStringLiteral("Invalid PAN."));
+        QVERIFY(rows(QStringLiteral("Select * From TbRec")).isEmpty());
+        auto *pan = static_cast<QLineEdit *>(w.fields()->widget(1));
+        QVERIFY(pan->hasFocus());
+        pan->clear();
+        QTest::keyClick(pan, Qt::Key_Return);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1-6-20"));
+        // Saved by key without leaving the date: normalised first.
+        QTest::keyClick(&w, Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(rows(QStringLiteral("Select FormSrNo, Name, Dt From TbRec")), QStringList{"1|RAVI|01/06/2020"});
+        QCOMPARE(w.statusText(), QStringLiteral("Record 1 saved"));
+        QVERIFY(!w.recordForm().editing());
+        QVERIFY(name->isReadOnly());
+
+        // Escape while editing asks to cancel; while browsing, to exit.
+        QTest::keyClick(&w, Qt::Key_M, Qt::AltModifier);
+        QTRY_VERIFY(w.recordForm().editing());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_COMPARE(dialogs.asked.last().message,
+                     QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?"));
+        QVERIFY(w.isVisible());
+        dialogs.answers.enqueue(true);
+        QTest::keyClick(&w, Qt::Key_Escape);
+        QTRY_VERIFY(!w.recordForm().editing());
+        QVERIFY(w.isVisible());
+        dialogs.answers.enqueue(true);
+        QTest::keyClick(&w, Qt::Key_Escape);
+        QTRY_VERIFY(!w.isVisible());
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to exit ?"));
+    }
+};
+
+TDS_TEST(TestFormFramework)
+#include "TestFormFramework.moc"
