@@ -10,7 +10,7 @@
 
 Frm15CDWindow::Frm15CDWindow(Form15CDLogic::Kind kind, const QString &formNumber, const QString &description,
                              QWidget *parent)
-    : LogicWindow(m_logic, formNumber, parent), m_logic(kind)
+    : LogicWindow(m_logic, QString(formNumber).remove(QStringLiteral("No. ")), parent), m_logic(kind)
 {
     QBoxLayout *panel = FormLayout::centredPanel(this, formNumber.toUpper(), description);
     setWindowTitle(formNumber);
