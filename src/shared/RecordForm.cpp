@@ -209,7 +209,12 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
                 m_serial = highest + 1;
             }
             TransactionGuard guard(*d);
-            guard.run(saveStatements(*d));
+            QStringList statements = saveStatements(*d);
+            // A new serial is only inserted: deleting first would remove a record another
+            // desk saved under the same number a moment ago.
+            if (allocate)
+                statements.removeFirst();
+            guard.run(statements);
             if (sourceSerialForDetails > 0 && !guard.failed())
                 copyDetails(*d, guard, sourceSerialForDetails, m_serial);
             if (guard.commit())

@@ -39,7 +39,10 @@ SlotTable testSlots()
 class TestRecords : public RecordForm
 {
 public:
-    TestRecords() : RecordForm(RecordStatements::forTable(QStringLiteral("TbRec")), testSlots(), QStringLiteral("Record")) {}
+    explicit TestRecords(RecordStatements statements = RecordStatements::forTable(QStringLiteral("TbRec")))
+        : RecordForm(std::move(statements), testSlots(), QStringLiteral("Record"))
+    {
+    }
     QString module() const override { return QStringLiteral("frmrec"); }
     QString documentBase() const override { return QStringLiteral("Rec"); }
     void buildReport() override {}
@@ -300,6 +303,30 @@ private slots:
         f.add();
         QVERIFY(f.saveRecord());
         QCOMPARE(f.currentSerial(), 4);
+    }
+
+    // Another desk saves the serial this one was about to use: the insert meets the key,
+    // nothing of the other desk's record is touched, and the next serial is taken.
+    void serialTakenMeanwhile()
+    {
+        TestRecords f;
+        QVERIFY(f.load());
+        for (const char *name : {"A", "B"}) {
+            f.add();
+            f.setValue(0, QLatin1String(name));
+            QVERIFY(f.saveRecord());
+        }
+        // Each look at the highest serial is one step less stale than the last.
+        QVERIFY(d()->ConQuery(QStringLiteral("Create Or Replace Sequence s_race Start With 0 Minvalue 0")));
+        RecordStatements late = RecordStatements::forTable(QStringLiteral("TbRec"));
+        late.maxSerial = QStringLiteral("Select Max(FormSrNo) - 2 + NextVal(s_race) From TbRec Where Period_Code=");
+        TestRecords racing(late);
+        QVERIFY(racing.load());
+        racing.add();
+        racing.setValue(0, QStringLiteral("C"));
+        QVERIFY(racing.saveRecord());
+        QCOMPARE(racing.currentSerial(), 3);
+        QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name From TbRec Order By FormSrNo")), (QStringList{"1|A", "2|B", "3|C"}));
     }
 
     void escapeQuestions()
