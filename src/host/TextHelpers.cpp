@@ -3,6 +3,8 @@
 #include <QDate>
 #include <QRegularExpression>
 
+#include <cmath>
+
 namespace TextHelpers {
 
 QString convertDate(const QString &text)
@@ -48,6 +50,29 @@ QString truncVarSql(const QString &text)
     out.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
     out.replace(QLatin1Char('\''), QLatin1String("''"));
     return out;
+}
+
+QString indianAmount(double amount)
+{
+    const double size = std::isfinite(amount) ? std::abs(amount) : 0.0;
+    // whole paise first, nudged so that 1.005 (stored as 1.00499...) rounds up as written
+    const QString fixed = size < 1e15 ? QString::number(double(std::llround(size * 100.0 + 1e-6)) / 100.0, 'f', 2)
+                                      : QString::number(size, 'f', 2);
+    const QString whole = fixed.left(fixed.size() - 3);
+    QString grouped = whole.right(3);
+    for (qsizetype end = whole.size() - 3; end > 0; end -= 2)
+        grouped.prepend(whole.mid(std::max<qsizetype>(0, end - 2), std::min<qsizetype>(2, end)) + QLatin1Char(','));
+    const bool negative = amount < 0 && fixed != QLatin1String("0.00");
+    return (negative ? QStringLiteral("-") : QString()) + grouped + fixed.right(3);
+}
+
+QString indianAmount(const QString &text)
+{
+    static const QRegularExpression leading(QStringLiteral("^[+-]?(?:[0-9][0-9,]*(?:\\.[0-9]*)?|\\.[0-9]+)"));
+    const QRegularExpressionMatch m = leading.match(text.trimmed());
+    if (!m.hasMatch())
+        return indianAmount(0.0);
+    return indianAmount(m.captured(0).remove(QLatin1Char(',')).toDouble());
 }
 
 } // namespace TextHelpers

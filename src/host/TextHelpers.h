@@ -18,4 +18,11 @@ bool validTan(const QString &text);
 // Ready to go between single quotes: backslash escaped, single quote doubled.
 QString truncVarSql(const QString &text);
 
+// Printed amounts, "#,##0.00" grouped the Indian way: the last three digits, then pairs
+// (150000 -> "1,50,000.00"); half a paisa rounds away from zero.
+QString indianAmount(double amount);
+// The same for the number the text starts with (digit-group commas allowed); "" or text
+// that starts with no number is 0.00.
+QString indianAmount(const QString &text);
+
 } // namespace TextHelpers
