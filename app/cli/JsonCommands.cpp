@@ -105,7 +105,21 @@ int cmdScript(const QStringList &args)
         return 2;
     CliDialogs dialogs(answers);
     cJSONScript script(&dialogs);
-    QByteArray out = script.Eval(*text).toUtf8();
+    const QString result = script.Eval(*text);
+    // Eval answers its failures as its result; here they belong on standard error, and the
+    // caller must not take them for output.
+    QString failure;
+    if (!ParserErrors().isEmpty() || result == cJSONScript::outputLimitMessage())
+        failure = result;
+    else if (result.contains(cJSONScript::nestingMessage()))
+        failure = cJSONScript::nestingMessage();
+    if (!failure.isEmpty()) {
+        if (!failure.endsWith(QLatin1Char('\n')))
+            failure += QLatin1Char('\n');
+        writeOut(stderr, failure.toUtf8());
+        return 1;
+    }
+    QByteArray out = result.toUtf8();
     out.append('\n');
     writeOut(stdout, out);
     std::fflush(stdout);

@@ -9,5 +9,6 @@ int cmdJson(const QStringList &args);
 
 // Arguments after "script": FILE, then --answer TEXT for each input box in order (an input
 // box with no answer left accepts its default). Prints the result of Eval; message boxes
-// go to standard error as "title: message".
+// go to standard error as "title: message". A script that does not parse, nests too deep
+// or produces too much prints its error on standard error instead, exit status 1.
 int cmdScript(const QStringList &args);

@@ -12,7 +12,6 @@
 #include "shared/modbase.h"
 
 #include <QApplication>
-#include <QRegularExpression>
 
 namespace {
 
@@ -75,8 +74,11 @@ int cmdPeriodCode(const QStringList &args)
     IDataObject *d = cli::startServices();
     if (!d)
         return 1;
-    d->setCodeno(args[0]);
-    d->setAsYear(args[1]);
+    QString why;
+    if (!cli::selectDeductorYear(*d, args[0], args[1], &why)) {
+        cli::err() << "tdsforms-cli: " << why << "\n";
+        return 1;
+    }
     const int code = modbase::GETPERIODCODEOTH();
     if (code <= 0) {
         cli::err() << "Could not read or allocate the period code (see "
@@ -115,13 +117,6 @@ QTextStream &err()
 {
     static QTextStream s(stderr);
     return s;
-}
-
-bool isAssessmentYear(const QString &year)
-{
-    static const QRegularExpression re(QStringLiteral("^(\\d{4})-(\\d{2})$"));
-    const auto m = re.match(year);
-    return m.hasMatch() && (m.captured(1).toInt() + 1) % 100 == m.captured(2).toInt();
 }
 
 IDataObject *startServices()
@@ -184,9 +179,12 @@ int main(int argc, char **argv)
             if (args.isEmpty())
                 return usageError(opt + QStringLiteral(" needs a value"));
             const QString value = args.takeFirst();
-            if (opt == QLatin1String("--home"))
+            if (opt == QLatin1String("--home")) {
+                // An empty value would quietly fall back to the default home.
+                if (value.trimmed().isEmpty())
+                    return usageError(QStringLiteral("--home needs a folder; it was given an empty one"));
                 DataHome::setOverride(value);
-            else {
+            } else {
                 Settings::DatabaseConfig config;
                 QString why;
                 if (!Settings::parseDatabaseUrl(value, config, &why))

@@ -11,9 +11,19 @@ std::unique_ptr<Forms> start(const QStringList &arguments, QString *error)
 {
     for (int i = 0; i < arguments.size(); ++i) {
         const QString &opt = arguments[i];
-        if ((opt == QLatin1String("--home") || opt == QLatin1String("--db")) && i + 1 < arguments.size()) {
+        if (opt == QLatin1String("--home") || opt == QLatin1String("--db")) {
+            if (i + 1 >= arguments.size()) {
+                *error = opt + QStringLiteral(" needs a value; start TDS Forms again with one, or without ") + opt;
+                return nullptr;
+            }
             const QString value = arguments[++i];
             if (opt == QLatin1String("--home")) {
+                // An empty value would quietly open the default home instead.
+                if (value.trimmed().isEmpty()) {
+                    *error = QStringLiteral("--home was given an empty folder; give the data home's folder, or leave "
+                                            "--home out to use the default one.");
+                    return nullptr;
+                }
                 DataHome::setOverride(value);
             } else {
                 Settings::DatabaseConfig config;

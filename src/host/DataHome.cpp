@@ -1,9 +1,11 @@
 #include "host/DataHome.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace DataHome {
@@ -92,6 +94,110 @@ int seed(const QString &sourceRoot, const QString &target)
         }
     }
     return copied;
+}
+
+namespace {
+// Schemas the server keeps for itself; tables there are not the user's data.
+bool isServerSchema(const QString &name)
+{
+    for (const char *own : {"mysql", "performance_schema", "sys", "#innodb_temp", "#innodb_redo"}) {
+        if (name.compare(QLatin1String(own), Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+bool holdsTables(const QString &schemaDir)
+{
+    static const QStringList tableFiles{QStringLiteral("*.frm"), QStringLiteral("*.ibd"), QStringLiteral("*.MYD"),
+                                        QStringLiteral("*.MYI"), QStringLiteral("*.MAD"), QStringLiteral("*.MAI"),
+                                        QStringLiteral("*.CSV"), QStringLiteral("*.ARZ")};
+    return !QDir(schemaDir).entryList(tableFiles, QDir::Files | QDir::Hidden).isEmpty();
+}
+
+bool writeMarker(const QString &path, const QByteArray &text, QString *error)
+{
+    QSaveFile marker(path);
+    if (marker.open(QIODevice::WriteOnly) && marker.write(text) == text.size() && marker.commit())
+        return true;
+    if (error)
+        *error = QStringLiteral("Cannot write %1 (%2); check that the folder is writable and the disk has space.")
+                     .arg(QDir::toNativeSeparators(path), marker.errorString());
+    return false;
+}
+} // namespace
+
+QString dbCompleteMarker(const QString &dir)
+{
+    return dir + QStringLiteral("/tdsforms.complete");
+}
+
+QString dbBuildingMarker(const QString &dir)
+{
+    return dir + QStringLiteral("/tdsforms.building");
+}
+
+DbState inspectDb(const QString &dir)
+{
+    const QDir db(dir);
+    if (!db.exists())
+        return DbState::Empty;
+    if (QFileInfo::exists(dbCompleteMarker(dir)))
+        return DbState::Complete;
+    // Our own first start never got as far as its tables: whatever is there holds no data,
+    // even when the server had begun writing table files.
+    if (QFileInfo::exists(dbBuildingMarker(dir)))
+        return DbState::Unfinished;
+    const QStringList schemas = db.entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+    for (const QString &schema : schemas) {
+        if (!isServerSchema(schema) && holdsTables(db.filePath(schema)))
+            return DbState::HoldsData;
+    }
+    if (db.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System).isEmpty())
+        return DbState::Empty;
+    return DbState::Unfinished;
+}
+
+bool markDbBuilding(const QString &dir, QString *error)
+{
+    return writeMarker(dbBuildingMarker(dir),
+                       "A first start is building this database; if it stays, that start was interrupted.\n", error);
+}
+
+bool markDbComplete(const QString &dir, QString *error)
+{
+    if (!writeMarker(dbCompleteMarker(dir), "Built completely by TDS Forms.\n", error))
+        return false;
+    const QString building = dbBuildingMarker(dir);
+    if (QFileInfo::exists(building) && !QFile::remove(building)) {
+        if (error)
+            *error = QStringLiteral("Cannot remove %1; check that the folder is writable.")
+                         .arg(QDir::toNativeSeparators(building));
+        return false;
+    }
+    return true;
+}
+
+bool recoverUnfinishedDb(const QString &dir, QString *movedTo, QString *error)
+{
+    if (movedTo)
+        movedTo->clear();
+    if (inspectDb(dir) != DbState::Unfinished)
+        return true;
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    QString aside = dir + QStringLiteral(".unfinished-") + stamp;
+    for (int n = 2; QFileInfo::exists(aside); ++n)
+        aside = dir + QStringLiteral(".unfinished-%1-%2").arg(stamp).arg(n);
+    if (!QDir().rename(dir, aside) || !QDir().mkpath(dir)) {
+        if (error)
+            *error = QStringLiteral("The database folder %1 was left unfinished by an interrupted first start and "
+                                    "cannot be moved aside to %2. Move or remove it yourself, then start again.")
+                         .arg(QDir::toNativeSeparators(dir), QDir::toNativeSeparators(aside));
+        return false;
+    }
+    if (movedTo)
+        *movedTo = aside;
+    return true;
 }
 
 bool ensure(QString *error)

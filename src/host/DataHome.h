@@ -23,4 +23,24 @@ bool ensure(QString *error = nullptr);
 // Copies every file below sourceRoot into target where target lacks it; returns how many.
 int seed(const QString &sourceRoot, const QString &target);
 
+// The embedded database folder as found before the server starts on it.
+enum class DbState {
+    Empty,        // nothing yet: the server builds it
+    Complete,     // "tdsforms.complete": built to the end
+    HoldsData,    // no marker, but table files in a schema folder (an earlier version's)
+    Unfinished,   // "tdsforms.building" without "tdsforms.complete", or server files without
+                  // any table: a first start that was killed
+};
+DbState inspectDb(const QString &dir);
+QString dbCompleteMarker(const QString &dir);
+QString dbBuildingMarker(const QString &dir);
+// Written before the server first starts on an empty folder.
+bool markDbBuilding(const QString &dir, QString *error = nullptr);
+// Written once the tables exist, before anything can be stored in them.
+bool markDbComplete(const QString &dir, QString *error = nullptr);
+// An unfinished folder is moved aside (never deleted) to "<dir>.unfinished-<time>" and an
+// empty one put in its place; *movedTo says where it went, empty when nothing moved.
+// Folders in any other state are left exactly as they are.
+bool recoverUnfinishedDb(const QString &dir, QString *movedTo, QString *error = nullptr);
+
 } // namespace DataHome

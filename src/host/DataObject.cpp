@@ -317,7 +317,9 @@ bool DataObject::RecordsetQuery(Recordset &rs, const QString &sql, DbConnection 
     return true;
 }
 
-bool DataObject::ConQuery(const QString &sql)
+namespace {
+// expectedError 0: every failure is logged.
+bool conQuery(const QString &sql, unsigned expectedError)
 {
     if (!ensureConnected(QStringLiteral("ConQuery")))
         return false;
@@ -328,12 +330,28 @@ bool DataObject::ConQuery(const QString &sql)
         return true;
     }
     if (!db().execute(sql)) {
-        recordFailure(QStringLiteral("ConQuery"));
+        if (expectedError != 0 && db().lastErrorNumber() == expectedError) {
+            shared().lastErrorNumber = db().lastErrorNumber();
+            shared().lastError = db().lastError();
+        } else {
+            recordFailure(QStringLiteral("ConQuery"));
+        }
         return false;
     }
     forgetMasterDataIfTouched(sql);
     clearError();
     return true;
+}
+} // namespace
+
+bool DataObject::ConQuery(const QString &sql)
+{
+    return conQuery(sql, 0);
+}
+
+bool DataObject::ConQueryExpecting(const QString &sql, unsigned expectedError)
+{
+    return conQuery(sql, expectedError);
 }
 
 QString DataObject::lastError() const

@@ -18,6 +18,7 @@ public:
     bool RecordsetQuery(Recordset &rs, const QString &sql, DbConnection *cnn = nullptr, int cursorType = 3,
                         int lockType = 3, int options = 1) override;
     bool ConQuery(const QString &sql) override;
+    bool ConQueryExpecting(const QString &sql, unsigned expectedError) override;
     QString lastError() const override;
     unsigned lastErrorNumber() const override;
     bool BeginTrans() override;

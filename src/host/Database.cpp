@@ -1,6 +1,7 @@
 #include "host/Database.h"
 
 #include "host/DataHome.h"
+#include "host/ErrorLog.h"
 #include "host/Settings.h"
 
 #include <QDate>
@@ -27,6 +28,8 @@ struct LibraryState {
     std::vector<QByteArray> args;              // the server keeps pointers into them
     std::unique_ptr<QLockFile> lock;           // one process per embedded data folder
     std::unique_ptr<QTemporaryDir> scratch;    // the unused in-process server of remote mode
+    QString datadir;                           // embedded: fixed for the life of the process
+    DataHome::DbState dbState = DataHome::DbState::Empty;   // as found before the server started
 };
 
 LibraryState &library()
@@ -112,6 +115,8 @@ void atProcessExit()
     lib.state = Library::Down;
     lib.lock.reset();
     lib.scratch.reset();
+    lib.datadir.clear();
+    lib.dbState = DataHome::DbState::Empty;
 }
 
 } // namespace
@@ -156,6 +161,24 @@ bool DbConnection::startLibrary(bool embedded, QString &error)
             return false;
         }
         lib.lock = std::move(lock);
+        // A first start that was killed leaves files the server may not start on again;
+        // such a folder holds no data, so it goes aside, not away.
+        QString movedTo;
+        if (!DataHome::recoverUnfinishedDb(datadir, &movedTo, &error)) {
+            lib.lock.reset();
+            return false;
+        }
+        if (!movedTo.isEmpty())
+            ErrorLog::append(DataHome::path(), 0,
+                             QStringLiteral("An interrupted first start had left the database unfinished; it was moved "
+                                            "to %1 and a new one built. That folder holds no data and may be deleted.")
+                                 .arg(QDir::toNativeSeparators(movedTo)),
+                             QStringLiteral("ZeltBase.ClsData"), QStringLiteral("ClsData\tConnect"));
+        lib.dbState = DataHome::inspectDb(datadir);
+        if (lib.dbState == DataHome::DbState::Empty && !DataHome::markDbBuilding(datadir, &error)) {
+            lib.lock.reset();
+            return false;
+        }
     } else {
         // The library always starts its in-process server; in remote mode it gets a
         // throw-away folder and no InnoDB, so any number of processes can run side by side.
@@ -194,13 +217,20 @@ bool DbConnection::startLibrary(bool embedded, QString &error)
     argv.push_back(nullptr);
     static const char *groups[] = {"tdsforms_embedded", nullptr};
     if (mysql_library_init(int(argv.size() - 1), argv.data(), const_cast<char **>(groups)) != 0) {
-        error = QStringLiteral("The database server could not start on %1; see the messages above.")
+        error = QStringLiteral("The database server could not start on %1; its own messages were written to "
+                               "standard error. Check that the folder is writable and the disk has space.")
                     .arg(QDir::toNativeSeparators(datadir));
+        if (embedded && lib.dbState == DataHome::DbState::HoldsData)
+            error += QStringLiteral(" The folder may hold data, so it was left as it is; if it was made by a first "
+                                    "start that was interrupted, move it aside yourself and start again.");
+        else if (embedded)
+            error += QStringLiteral(" Do not delete the folder: it holds your data.");
         lib.lock.reset();
         lib.scratch.reset();
         return false;
     }
     lib.state = embedded ? Library::Embedded : Library::ClientOnly;
+    lib.datadir = embedded ? datadir : QString();
     static bool exitHook = false;
     if (!exitHook) {
         exitHook = true;
@@ -284,6 +314,17 @@ bool DbConnection::open()
         const QString statement = m_statement;
         close();
         return fail(number, message, statement);
+    }
+    // Only now is the folder one a later start must never rebuild; nothing can be stored in
+    // it before this.
+    LibraryState &lib = library();
+    if (m_embedded && lib.dbState != DataHome::DbState::Complete) {
+        QString error;
+        if (!DataHome::markDbComplete(lib.datadir, &error)) {
+            close();
+            return fail(OwnError, error);
+        }
+        lib.dbState = DataHome::DbState::Complete;
     }
     return true;
 }

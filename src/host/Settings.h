@@ -33,6 +33,8 @@ QString defaultDatabaseName();   // "tdsforms"
 bool parseDatabaseUrl(const QString &url, DatabaseConfig &config, QString *error = nullptr);
 // The URL of a configuration, with the password left out (for messages).
 QString describe(const DatabaseConfig &config);
+// A URL as typed, even a malformed one, with its password (and any query) shown as "***".
+QString withoutPassword(const QString &url);
 
 void setDatabaseUrlOverride(const QString &url);   // empty: back to the file
 QString databaseUrlOverride();

@@ -56,7 +56,8 @@ private slots:
         QTest::addColumn<int>("mode");
         for (const char *form : {"15c", "15d", "15i"}) {
             for (int mode : {0, 1, 2, 3})
-                QTest::addRow("%s mode %d", form, mode) << QString::fromLatin1(form) << mode;
+                QTest::newRow(qPrintable(QStringLiteral("%1 mode %2").arg(QLatin1String(form)).arg(mode)))
+                    << QString::fromLatin1(form) << mode;
         }
     }
     void modePrint()

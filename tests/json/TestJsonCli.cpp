@@ -64,8 +64,11 @@ void TestJsonCli::run_data()
     QTest::newRow("script, alert on standard error")
         << script << QByteArray(R"([{"alert":{"message":"Saved \u20b9 5","title":"TDS"}},"done"])")
         << QByteArray("done\n") << QByteArray("TDS: Saved \xe2\x82\xb9 5\n") << 0;
-    QTest::newRow("script, parser error is the result")
-        << script << QByteArray("[1") << QByteArray("Parser ErrorMissing ']': [1\r\n\n") << none << 0;
+    QTest::newRow("script, parser error on standard error")
+        << script << QByteArray("[1") << none << QByteArray("Parser ErrorMissing ']': [1\r\n") << 1;
+    QTest::newRow("script, nesting error on standard error")
+        << script << QByteArray("[\"a\",") + QByteArray(45, '[') + "\"deep\"" + QByteArray(45, ']') + "]" << none
+        << QByteArray("ERROR: Nesting level exceeded.\n") << 1;
     QTest::newRow("json without a file") << QStringList{"json"} << none << none << none << 2;
     QTest::newRow("json, file missing") << QStringList{"json", "FILE.missing"} << none << none << none << 2;
     QTest::newRow("script, answer missing") << QStringList{"script", "--answer"} << none << none << none << 2;
