@@ -103,8 +103,6 @@ private slots:
         QTest::newRow("unknown deductor") << QStringList{"period-code", "NOBODY", "2025-26"} << 1 << "unknown deductor NOBODY";
         QTest::newRow("quote in the deductor") << QStringList{"period-code", "X' OR '1'='1", "2025-26"} << 1
                                                << "unknown deductor X' OR '1'='1";
-        QTest::newRow("print, unknown deductor")
-            << QStringList{"print", "15c", "--deductor", "NOBODY", "--year", "2025-26", "--text"} << 1 << "unknown deductor";
         QTest::newRow("print, impossible year")
             << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "0000-01", "--text"} << 1 << "0000-01";
         QTest::newRow("pdf into a missing folder")
