@@ -27,7 +27,6 @@ void TestJsonParser::parse_data()
     QTest::newRow("comments; lone slash and star are blanks")
         << "// c\n/* a * b **/ {/* x */'a' /*y*/ : /* z */ [1, // one\r2 / * 3]}" << R"({"a":[1,2,3]})" << "";
     QTest::newRow("unclosed block comment") << "[1 /* 2, 3]" << "[1]" << R"(Missing ']': [1 /* 2, 3]|)";
-    QTest::newRow("round brackets") << R"(({"a":(2)}))" << R"({"a":2})" << "";
     QTest::newRow("no container") << "42" << "" << "Invalid JSON";
     QTest::newRow("text after the top value is ignored") << R"({"a":1} xyz)" << R"({"a":1})" << "";
 
@@ -44,9 +43,6 @@ void TestJsonParser::parse_data()
     QTest::newRow("duplicate key keeps the first")
         << R"({"a":1,"a":2,"b":3})" << R"({"a":1})"
         << "This key is already associated with an element of this collection: a|";
-    QTest::newRow("duplicate in a nested object")
-        << R"([{"k":1,"k":2},3])" << R"([{"k":1}])"
-        << "This key is already associated with an element of this collection: k|Type mismatch: },3]|";
     QString many = QStringLiteral("{");   // enough keys for a lookup index, not a scan
     for (int i = 0; i < 40; ++i)
         many += QStringLiteral("\"k%1\":%1,").arg(i);
@@ -59,8 +55,6 @@ void TestJsonParser::parse_data()
         << R"(Missing ']': nopqrstuvwxyz",12345|)";
     QTest::newRow("both missing")
         << R"({"a":[1,2)" << R"({"a":[1,2]})" << R"(Missing ']': {"a":[1,2|Missing '}': {"a":[1,2|)";
-    QTest::newRow("unterminated string")
-        << R"({"a":"abc)" << R"({"a":"abc"})" << R"(Missing '}': {"a":"abc|)";
 
     QTest::newRow("escapes, unknown one dropped, single quotes")
         << R"(["\"\\\/\'\b\f\n\r\t\q", 'say "hi"'])" << R"(["\"\\/'\b\f\n\r\t","say \"hi\""])" << "";
@@ -72,8 +66,6 @@ void TestJsonParser::parse_data()
 
     QTest::newRow("invalid boolean in an array")
         << "[1, tru]" << "[1,false]" << "Invalid Boolean at position 5 : tru]|";
-    QTest::newRow("invalid boolean in an object")
-        << R"({"a":fals})" << R"({"a":false})" << "Invalid Boolean at position 6 : fals}|Type mismatch: fals}|";
     QTest::newRow("invalid null")
         << R"({"a":nul,"b":2})" << R"({"a":null,"nul,b":2})"
         << R"(Invalid null value at position 6 : nul,"b":2}|)";
@@ -84,20 +76,15 @@ void TestJsonParser::parse_data()
         << "[true,false,null,1.5,0,1000,0.1,-0.25,0.5,7,79228162514264337593543950335]" << "";
     QTest::newRow("number that does not convert, object")
         << R"({"x":0,"a":1-2,"b":3})" << R"({"x":0})" << "Type mismatch: a|";
-    QTest::newRow("number that does not convert, array") << "[1,1-2,3]" << "[1]" << "Type mismatch: ,3]|";
     QTest::newRow("number too large") << "[1e29]" << "[]" << "Overflow: ]|";
     QTest::newRow("value missing after comma") << "[1,:]" << "[1]" << "Type mismatch: :]|";
 
-    const QString nested = R"({"a":[1,{"b":[[],{"c":null}]}],"d":{"e":{}}})";
-    QTest::newRow("nested") << nested << nested << "";
     const int depth = JsonParser::MaxDepth;
     const QString deepest = QString(depth, '[') + QString(depth, ']');
     QTest::newRow("deepest allowed") << deepest << deepest << "";
     // Parsing stops at the limit; only the outermost container is left.
     QTest::newRow("too deep, arrays")
         << QString(200000, '[') << "[]" << QStringLiteral("Nesting too deep at position %1|").arg(depth + 1);
-    QTest::newRow("too deep, objects") << QStringLiteral("{\"k\":").repeated(200000) << "{}"
-                                       << QStringLiteral("Nesting too deep at position %1|").arg(5 * depth + 1);
 }
 
 void TestJsonParser::parse()

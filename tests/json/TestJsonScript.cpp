@@ -51,7 +51,6 @@ void TestJsonScript::eval_data()
 
     QTest::newRow("lists and scalars concatenate")
         << R"([["a",["b",1]],"|",null,true,false,2.50,"|",-0])" << none << "ab1|nulltruefalse2.5|0" << none;
-    QTest::newRow("top-level command object") << R"({"return":{"value":"v"}})" << none << "v" << none;
     QTest::newRow("names ignore case, first key only, empty objects and arguments")
         << R"([{"ReTuRn":{"value":"v"}},{"return":{"value":"a"},"alert":{"message":"m"}},{},{"return":{}},"."])"
         << none << "va." << none;
@@ -70,10 +69,6 @@ void TestJsonScript::eval_data()
     QTest::newRow("input answered")
         << R"([{"input":{"prompt":"PAN?","title":"Ask","default":"d"}}])" << QStringList{"ABCDE1234F"}
         << "ABCDE1234F" << QStringList{"input Ask|PAN?|d"};
-    QTest::newRow("input default into a variable")
-        << R"([{"set":{"name":"y","value":{"input":{"prompt":"Year","title":"t","default":"2024"}}}},)"
-           R"("AY ",{"get":{"name":"y"}}])"
-        << none << "AY 2024" << QStringList{"input t|Year|2024"};
 
     QTest::newRow("switch on a computed value, ignoring case")
         << R"([{"set":{"name":"k","value":"Two"}},{"switch":{"value":{"get":{"name":"k"}},"case":{"one":1,"two":2}}}])"
@@ -82,9 +77,6 @@ void TestJsonScript::eval_data()
         << R"([{"switch":{"value":"z","case":{"a":"A!"},"default":{"return":{"value":"D"}}}},)"
            R"({"switch":{"value":"z","case":{"a":"A"}}},"."])"
         << none << "D." << none;
-    QTest::newRow("switch runs only the chosen case")
-        << R"([{"switch":{"value":"1","case":{"1":"one","2":{"alert":{"message":"no"}}}}}])"
-        << none << "one" << none;
 
     auto ifRow = [&](const char *name, const char *v1, const char *v2, const char *type,
                      const char *expected) {
@@ -95,9 +87,6 @@ void TestJsonScript::eval_data()
     ifRow("numbers compare as numbers", "\"10\"", "\"9\"", "gt", "T");
     ifRow("text compares as text", "\"10\"", "\"9a\"", "gt", "F");
     ifRow("equal text differing in case", "\"abc\"", "\"ABC\"", "eq", "F");
-    ifRow("gte when equal", "2", "\"2.0\"", "gte", "T");
-    ifRow("lte when greater", "\"-1\"", "\"-2\"", "lte", "F");
-    ifRow("type ignores case", "1", "2", "LT", "T");
     ifRow("unknown type is false", "1", "1", "ne", "F");
     ifRow("empty is not a number", "\"\"", "\"0\"", "lt", "T");
     QTest::newRow("if runs only its branch, if any")
@@ -105,12 +94,10 @@ void TestJsonScript::eval_data()
            R"({"if":{"value1":1,"value2":1,"type":"eq","true":"T","false":{"alert":{"message":"no"}}}},"."])"
         << none << "T." << none;
 
-    QTest::newRow("items") << R"([{"items":["a",{"return":{"value":"b"}},3]}])" << none << "ab3" << none;
     QTest::newRow("parser error") << "[1" << none << "Parser ErrorMissing ']': [1\r\n" << none;
     QTest::newRow("not a script") << R"("hi")" << none << "Parser ErrorInvalid JSON" << none;
 
     const QString forty = QString(40, '[') + "\"x\"" + QString(40, ']');
-    QTest::newRow("40 levels") << forty << none << "x" << none;
     QTest::newRow("41 levels: the message in place of the deeper output")
         << "[\"a\"," + forty + ",\"b\"]" << none << "a" + nesting + "b" << none;
     QString deepReturn = QStringLiteral("\"x\"");
