@@ -45,7 +45,6 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("15c") << "15c" << "chargeable underthe provisions";
         QTest::newRow("15D") << "15D" << "(other than dividends and interest)";
-        QTest::newRow("15i") << "15i" << "the Financial Year 2023-24";
     }
     void text()
     {
@@ -84,7 +83,6 @@ private slots:
                                   << "not an assessment year";
         QTest::newRow("no output") << QStringList{"print", "15c", "--deductor", "DEMO01"} + year
                                    << "exactly one of --text and --pdf";
-        QTest::newRow("no deductor") << QStringList{"print", "15c", "--text"} + year << "--deductor is required";
     }
     void refused()
     {
