@@ -34,8 +34,7 @@ bool selectDeductorYear(IDataObject &data, const QString &code, const QString &y
         return refuse(QStringLiteral("the deductor code is empty; give the code of a deductor (such as DEMO01)"));
 
     Recordset rs;
-    if (!data.RecordsetQuery(rs, QStringLiteral("Select Code_No From Main_Info Where Code_No='") + data.TruncVarSQL(code)
-                                     + QStringLiteral("'"),
+    if (!data.RecordsetQuery(rs, QStringLiteral("Select Code_No From Main_Info Where Code_No=") + data.quoted(code),
                              data.cnnobj(), 3, 3, 1))
         return refuse(QStringLiteral("the deductors cannot be read: %1").arg(data.lastError()));
     if (rs.isBOF() || rs.isEOF())

@@ -3,6 +3,7 @@
 #include "JsonCommands.h"
 #include "PrintCommand.h"
 
+#include "entry/FormRegistry.h"
 #include "entry/Forms.h"
 #include "host/AmountWords.h"
 #include "host/DataHome.h"
@@ -29,14 +30,20 @@ const char *const kUsage =
     "  period-code DEDUCTOR YEAR    the period code of a deductor and year (YYYY-YY),\n"
     "                               allocated when missing\n"
     "  words AMOUNT                 an amount in words\n"
-    "  print 15c|15d|15i --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
+    "  print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
     "                               print a stored form\n"
     "  json FILE                    parse JSON (FILE - reads standard input)\n"
     "  script FILE [--answer TEXT]...  evaluate a JSON dialog script\n";
 
+// The print keys come from the form registry.
+QString usage()
+{
+    return QString::fromLatin1(kUsage).arg(FormRegistry::cliKeys());
+}
+
 int usageError(const QString &message)
 {
-    cli::err() << "tdsforms-cli: " << message << "\n\n" << kUsage;
+    cli::err() << "tdsforms-cli: " << message << "\n\n" << usage();
     cli::err().flush();
     return 2;
 }
@@ -172,7 +179,7 @@ int main(int argc, char **argv)
             return 0;
         }
         if (opt == QLatin1String("--help")) {
-            cli::out() << kUsage;
+            cli::out() << usage();
             return 0;
         }
         if (opt == QLatin1String("--home") || opt == QLatin1String("--db")) {

@@ -120,11 +120,6 @@ bool ensureConnected(const QString &procedure)
     return false;
 }
 
-QString quoted(const QString &text)
-{
-    return QLatin1Char('\'') + TextHelpers::truncVarSql(text) + QLatin1Char('\'');
-}
-
 bool fetch(const QString &sql, const QString &procedure, Recordset &rs)
 {
     if (!ensureConnected(procedure))
@@ -147,7 +142,7 @@ const Master &master()
     Master m;
     if (!s.codeno.isEmpty()) {
         Recordset info;
-        if (!fetch(QStringLiteral("Select * From Main_Info Where Code_No=") + quoted(s.codeno), QStringLiteral("MasterData"), info))
+        if (!fetch(QStringLiteral("Select * From Main_Info Where Code_No=") + DataObject().quoted(s.codeno), QStringLiteral("MasterData"), info))
             return s.master;   // not cached: the next read tries again
         if (!info.isEOF()) {
             m.firm = info.text(QStringLiteral("Name"));
@@ -174,7 +169,7 @@ const Master &master()
         }
         Recordset other;
         if (!fetch(QStringLiteral("Select o.*, s.Status_Desc From Main_Info_oth o Left Join Status_Master s "
-                                  "On s.Status_Code=o.status Where o.code_no=") + quoted(s.codeno),
+                                  "On s.Status_Code=o.status Where o.code_no=") + DataObject().quoted(s.codeno),
                    QStringLiteral("MasterData"), other))
             return s.master;
         if (!other.isEOF()) {
