@@ -48,21 +48,9 @@ inline bool start(QString *error)
     return true;
 }
 
-// Every row of a statement as texts, fields joined by '|'.
 inline QStringList rows(const QString &sql)
 {
-    IDataObject *d = modbase::dataObject();
-    Recordset rs;
-    QStringList out;
-    if (!d->RecordsetQuery(rs, sql, d->cnnobj(), 3, 3, 1))
-        return {QStringLiteral("<failed: %1>").arg(d->lastError())};
-    for (; !rs.isEOF(); rs.moveNext()) {
-        QStringList fields;
-        for (int i = 0; i < rs.fieldCount(); ++i)
-            fields << rs.text(i);
-        out << fields.join(QLatin1Char('|'));
-    }
-    return out;
+    return TestDatabase::rows(*modbase::dataObject(), sql);
 }
 
 // Loads the stored form "15c", "15d" or "15i", types `fields` over it (15I: registration and date

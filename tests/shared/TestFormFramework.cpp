@@ -93,20 +93,7 @@ class TestFormFramework : public QObject
     Q_OBJECT
 
     IDataObject *d() const { return modbase::dataObject(); }
-    QStringList rows(const QString &sql) const
-    {
-        Recordset rs;
-        QStringList out;
-        if (!d()->RecordsetQuery(rs, sql, d()->cnnobj(), 3, 3, 1))
-            return {QStringLiteral("<failed>")};
-        for (; !rs.isEOF(); rs.moveNext()) {
-            QStringList fields;
-            for (int i = 0; i < rs.fieldCount(); ++i)
-                fields << rs.text(i);
-            out << fields.join(QLatin1Char('|'));
-        }
-        return out;
-    }
+    QStringList rows(const QString &sql) const { return TestDatabase::rows(*d(), sql); }
     static void fill(TestRecords &f, const QStringList &values)
     {
         for (int i = 0; i < values.size(); ++i)

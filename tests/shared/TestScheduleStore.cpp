@@ -39,19 +39,9 @@ class TestScheduleStore : public QObject
     // Srno, then every data column as the server prints it, for the test's own key.
     QStringList stored(int formSrId = kForm)
     {
-        Recordset rs;
-        if (!m_data->RecordsetQuery(rs, QStringLiteral("Select Srno, Name, PaidOn, Amount, RangeFrom, Remarks "
-                                                       "From TbSchedTest Where Period_Code=%1 and FormSrId=%2 "
-                                                       "Order By Srno").arg(kPeriod).arg(formSrId)))
-            return {QStringLiteral("<read failed>")};
-        QStringList out;
-        for (rs.moveFirst(); !rs.isEOF(); rs.moveNext()) {
-            QStringList row;
-            for (int c = 0; c < rs.fieldCount(); ++c)
-                row << rs.text(c);
-            out << row.join(QLatin1Char('|'));
-        }
-        return out;
+        return TestDatabase::rows(*m_data, QStringLiteral("Select Srno, Name, PaidOn, Amount, RangeFrom, Remarks From "
+                                                          "TbSchedTest Where Period_Code=%1 and FormSrId=%2 Order By Srno")
+                                               .arg(kPeriod).arg(formSrId));
     }
 
     static Rows threeRows()

@@ -92,6 +92,21 @@ std::shared_ptr<IDataObject> dataObject()
     return std::dynamic_pointer_cast<IDataObject>(createDataObject());
 }
 
+QStringList rows(IDataObject &d, const QString &sql)
+{
+    Recordset rs;
+    if (!d.RecordsetQuery(rs, sql, d.cnnobj(), 3, 3, 1))
+        return {QStringLiteral("<failed: %1>").arg(d.lastError())};
+    QStringList out;
+    for (; !rs.isEOF(); rs.moveNext()) {
+        QStringList fields;
+        for (int i = 0; i < rs.fieldCount(); ++i)
+            fields << rs.text(i);
+        out << fields.join(QLatin1Char('|'));
+    }
+    return out;
+}
+
 QString logText()
 {
     QFile file(QDir(DataHome::path()).filePath(ErrorLog::fileName()));

@@ -5,6 +5,7 @@
 // test class a fresh database t_<random> holding the tables, resets the data object's
 // selection and registers the real data object under "ZeltBase.ClsData".
 #include <QString>
+#include <QStringList>
 #include <QTest>
 #include <memory>
 
@@ -22,6 +23,9 @@ QString homePath();
 QString databaseName();
 
 std::shared_ptr<IDataObject> dataObject();
+
+// Every row of a statement, fields joined by '|'; "<failed: ...>" when it does not run.
+QStringList rows(IDataObject &d, const QString &sql);
 
 // The error log of the data home; "" when there is none.
 QString logText();
