@@ -163,26 +163,6 @@ private slots:
         QTRY_COMPARE(FormsFixture::rows(QStringLiteral("Select SrNo, RegNo, RegDate from Form15I")), QStringList{"1|X1|01/06/2020"});
         QVERIFY(date->hasFocus());
     }
-
-    void form15iDateIsNormalisedOnLeaving_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("short") << QStringLiteral("1-4-2019") << QStringLiteral("01/04/2019");
-        QTest::newRow("not a date") << QStringLiteral("soon") << QStringLiteral("SOON");
-    }
-    void form15iDateIsNormalisedOnLeaving()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, shown);
-        auto w = open(QStringLiteral("15I"));
-        QVERIFY(w);
-        QLineEdit *date = edit(w.get(), QStringLiteral("txtfields2_1"));
-        type(date, typed);
-        QTest::keyClick(date, Qt::Key_Return);
-        QTRY_VERIFY(edit(w.get(), QStringLiteral("txtfields1_2"))->hasFocus());
-        QCOMPARE(date->text(), shown);
-    }
 };
 
 TDS_TEST(TestFormWindows)

@@ -222,14 +222,12 @@ private slots:
         QTest::addColumn<int>("topStyle");
         QTest::addColumn<double>("left");
         QTest::addColumn<int>("leftStyle");
-        const int none = QTextFrameFormat::BorderStyle_None, solid = QTextFrameFormat::BorderStyle_Solid;
+        const int solid = QTextFrameFormat::BorderStyle_Solid;
         QTest::newRow("double and dashed") << QByteArray("\\clbrdrt\\brdrdb\\brdrw10\\clbrdrl\\brdrdash\\brdrw10")
                                            << 30.0 << int(QTextFrameFormat::BorderStyle_Double) << 10.0
                                            << int(QTextFrameFormat::BorderStyle_Dashed);
         QTest::newRow("the row's outer border") << QByteArray("\\trbrdrl\\brdrs\\brdrw20\\trbrdrt\\brdrs\\brdrw10")
                                                 << 10.0 << solid << 20.0 << solid;
-        QTest::newRow("paragraph borders stay off the cell") << QByteArray("\\brdrt\\brdrs\\brdrw40") << 0.0 << none
-                                                             << 0.0 << none;
     }
     void borders()
     {
