@@ -229,6 +229,10 @@ private slots:
         QVERIFY(report.SaveMasterFile(saved));
         report.OpenFileOnly(saved); // no screen in a test: a PDF beside it
         QCOMPARE(report.lastOutput(), dir.filePath(QStringLiteral("Frm15G_135.pdf")));
+        const QString printed = pdfText(report.lastOutput());
+        for (const QString &value : {QStringLiteral("Name D'SOUZA {JR}"), QStringLiteral("1 SAVINGS"),
+                                     QString::fromUtf8("\xE2\x82\xB9 1,000.00")})
+            QVERIFY2(printed.contains(value), qPrintable(printed));
 
         ReportObject reread;
         QVERIFY(reread.OpenMasterFileOnly(saved));

@@ -188,6 +188,7 @@ void ReportObject::show(const QPageLayout &page, const PagedOutput::PaintPages &
 
     if (preview) {
         ReportPreview window(page, paint, name, QApplication::activeWindow());
+        window.setWindowTitle(title);
         if (!document.isEmpty())
             window.setDocument(document, suffix);
         window.exec();

@@ -7,9 +7,9 @@
 #include <QByteArray>
 #include <QDialog>
 #include <QPrinter>
+#include <QPushButton>
 
 class QPrintPreviewWidget;
-class QPushButton;
 
 class ReportPreview : public QDialog
 {
