@@ -223,7 +223,7 @@ bool DbConnection::startLibrary(bool embedded, QString &error)
         if (embedded && lib.dbState == DataHome::DbState::HoldsData)
             error += QStringLiteral(" The folder may hold data, so it was left as it is; if it was made by a first "
                                     "start that was interrupted, move it aside yourself and start again.");
-        else if (embedded)
+        else if (embedded && lib.dbState == DataHome::DbState::Complete)
             error += QStringLiteral(" Do not delete the folder: it holds your data.");
         lib.lock.reset();
         lib.scratch.reset();
