@@ -7,16 +7,12 @@ namespace FormSupport {
 
 IDataObject &data()
 {
-    if (IDataObject *d = modbase::dataObject())
-        return *d;
-    throw TdsError(91, QStringLiteral("Object variable not set (%1)").arg(QLatin1String(ProgId::DataObject)));
+    return modbase::data();
 }
 
 IReportObject &report()
 {
-    if (IReportObject *r = modbase::reportObject())
-        return *r;
-    throw TdsError(91, QStringLiteral("Object variable not set (%1)").arg(QLatin1String(ProgId::ReportObject)));
+    return modbase::report();
 }
 
 } // namespace FormSupport

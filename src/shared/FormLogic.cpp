@@ -4,15 +4,6 @@
 #include "shared/TransactionGuard.h"
 #include "shared/modbase.h"
 
-namespace {
-IDataObject &dataOrThrow()
-{
-    if (IDataObject *d = modbase::dataObject())
-        return *d;
-    throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
-}
-} // namespace
-
 void FormLogic::query(IDataObject &data, Recordset &rs, const QString &sql)
 {
     if (!data.RecordsetQuery(rs, sql, data.cnnobj(), 3, 3, 1))
@@ -27,7 +18,7 @@ bool FormLogic::load()
     clear();
     QString why;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("Form_Load"), [&] {
-        IDataObject &d = dataOrThrow();
+        IDataObject &d = modbase::data();
         m_periodCode = modbase::GETPERIODCODEOTH();
         if (m_periodCode <= 0) {
             why = d.lastError().isEmpty() ? QStringLiteral("The period code of the deductor and year could not be read.")
@@ -59,7 +50,7 @@ bool FormLogic::save()
     }
     QString why;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
-        IDataObject &d = dataOrThrow();
+        IDataObject &d = modbase::data();
         TransactionGuard guard(d);
         guard.run(saveStatements(d));
         if (!guard.commit()) {

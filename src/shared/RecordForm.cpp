@@ -67,9 +67,7 @@ bool RecordForm::requery(int serial)
     m_serials.clear();
     m_rows.clear();
     const bool ok = modbase::errorTrap(module(), QStringLiteral("Requery"), [&] {
-        IDataObject *d = modbase::dataObject();
-        if (!d)
-            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        IDataObject *d = &modbase::data();
         readRows(*d);
     });
     if (!ok)
@@ -197,9 +195,7 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
     QString why;
     const bool allocate = m_serial == 0;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
-        IDataObject *d = modbase::dataObject();
-        if (!d)
-            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        IDataObject *d = &modbase::data();
         for (int attempt = 0; attempt < SerialAttempts; ++attempt) {
             if (allocate) {
                 Recordset rs;
@@ -266,9 +262,7 @@ bool RecordForm::deleteRecord()
     const int at = m_position;
     QString why;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("cmddelete_Click"), [&] {
-        IDataObject *d = modbase::dataObject();
-        if (!d)
-            throw TdsError(91, QStringLiteral("Object variable not set (ZeltBase.ClsData)"));
+        IDataObject *d = &modbase::data();
         TransactionGuard guard(*d);
         guard.run(deleteDetailStatements(gone));
         guard.run(m_statements.deleteRow + periodText() + m_statements.deleteSerial + QString::number(gone));

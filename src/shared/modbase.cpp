@@ -91,6 +91,18 @@ IReportObject *reportObject()
     return services().report.get();
 }
 
+IDataObject &data()
+{
+    return db();
+}
+
+IReportObject &report()
+{
+    if (!services().report)
+        noObject(ProgId::ReportObject);
+    return *services().report;
+}
+
 int GETPERIODCODEOTH()
 {
     int code = 0;

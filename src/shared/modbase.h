@@ -37,6 +37,9 @@ void resetForTests();
 
 IDataObject *dataObject();     // null until Main() succeeded
 IReportObject *reportObject();
+// The same, or a TdsError (object variable not set) for the caller's error trap.
+IDataObject &data();
+IReportObject &report();
 
 // Period_Code of the current deductor and year, allocated when missing; 0 on failure.
 int GETPERIODCODEOTH();

@@ -151,26 +151,26 @@ void RecordWindow::cmdupdateClicked()
     });
 }
 
-void RecordWindow::cmddeleteClicked()
+void RecordWindow::runAsked(bool (RecordForm::*step)())
 {
-    runAction([this] {
+    runAction([this, step] {
         m_logic.setDialogs(dialogs());
-        if (m_logic.deleteRecord() || m_logic.saveError().isEmpty())
+        // A No answer is not a failure: only a refusal with a reason is shown.
+        if ((m_logic.*step)() || m_logic.saveError().isEmpty())
             refresh();
         else
             failed(m_logic.saveError());
     });
 }
 
+void RecordWindow::cmddeleteClicked()
+{
+    runAsked(&RecordForm::deleteRecord);
+}
+
 void RecordWindow::cmdcopyClicked()
 {
-    runAction([this] {
-        m_logic.setDialogs(dialogs());
-        if (m_logic.copyRecord() || m_logic.saveError().isEmpty())
-            refresh();
-        else
-            failed(m_logic.saveError());
-    });
+    runAsked(&RecordForm::copyRecord);
 }
 
 void RecordWindow::cmdcancelClicked()

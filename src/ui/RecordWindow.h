@@ -47,6 +47,7 @@ protected:
 
 private:
     void failed(const QString &why);
+    void runAsked(bool (RecordForm::*step)());
 
     RecordForm &m_logic;
     QString m_caption;
