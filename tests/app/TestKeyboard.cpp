@@ -27,6 +27,7 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTest>
+#include <algorithm>
 
 namespace {
 
