@@ -116,6 +116,8 @@ bool print(const QString &module, const QString &templatePath, const QString &te
             dialogs.inform(QStringLiteral("Template File is missing."));
             return;
         }
+        // Preview or straight to the printer, as the user chose.
+        report->setWinModeReport(data->ModePrint() == 2);
 
         // The filled copy lives only until the report object has read it.
         const QString output = data->vTmpPath() + tempName;

@@ -144,7 +144,7 @@ private slots:
         const QStringList schedule = calls.mid(from + 1, to - from - 1);
         calls.remove(from + 1, to - from - 1);
         QCOMPARE(calls, (QStringList{
-                            "OpenMasterFileOnly:" + templateFile(),
+                            "WinModeReport:true", "OpenMasterFileOnly:" + templateFile(),
                             "setDocumentName:Form15G_DEMO01_2024-25",
                             "NewSetText:##NAME##=RAVI KUMAR",
                             "FindTable:1",

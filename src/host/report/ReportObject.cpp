@@ -333,8 +333,7 @@ void ReportObject::OpenFileOnly(const QString &path)
     if (content.startsWith("\xEF\xBB\xBF"))
         content.remove(0, 3);
     if (content.startsWith("{\\rtf")) {
-        // a template is always looked at first; printing is one key away in the preview
-        showRtf(content, name, info.suffix(), true);
+        showRtf(content, name, info.suffix(), m_preview);
         return;
     }
 
