@@ -7,7 +7,6 @@
 
 namespace {
 
-// One WriteToReport call; a row without widths is a printtext paragraph.
 struct Row
 {
     QStringList values{};
@@ -19,13 +18,6 @@ struct Row
 
 void write(ReportObject &report, const Row &row)
 {
-    if (row.widths.isEmpty()) {
-        if (row.values.isEmpty())
-            report.printtext();
-        else
-            report.printtext(row.values.first());
-        return;
-    }
     // The forms size their arrays 0..3 and leave index 0 empty.
     QVariantList values(4);
     QList<qint16> widths(4, 0);
@@ -78,40 +70,19 @@ private slots:
         const QString U = ReportCodes::underlineOn(), u = ReportCodes::underlineOff();
 
         QTest::newRow("breaks at the blank") << QList<Row>{{{"abc def"}, {6}}} << QStringList{"abc", "def"};
-        QTest::newRow("paragraph indent kept") << QList<Row>{{{"   abc def"}, {7}}} << QStringList{"   abc", "def"};
         QTest::newRow("word longer than a line cut") << QList<Row>{{{"abcdefghij"}, {4}}} << QStringList{"abcd", "efgh", "ij"};
-        QTest::newRow("empty cells make one blank line") << QList<Row>{{{"", ""}, {30, 48}}} << QStringList{""};
-
         QTest::newRow("title centred, codes dropped, CR LF breaks")
             << QList<Row>{{{B + "FORM NO. 15C" + b + "\r\n[See Rule " + U + "29B" + u + "]"}, {78}, {1}}}
             << QStringList{at({{33, "FORM NO. 15C"}}), at({{32, "[See Rule 29B]"}})};
         QTest::newRow("numbered label hangs under its text")
             << QList<Row>{{{"1. Name of the Individual (truck owners)", B + ": RAMESH KUMAR" + b}, {30, 48}, {}, "X. "}}
             << QStringList{at({{0, "1. Name of the Individual"}, {30, ": RAMESH KUMAR"}}), "   (truck owners)"};
-        QTest::newRow("item prefix over the full width")
-            << QList<Row>{{{"(d) that the company fulfils all the conditions laid down in rule 29B of the "
-                            "Income-tax Rules, 1962."}, {78}, {}, "(d) "}}
-            << QStringList{"(d) that the company fulfils all the conditions laid down in rule 29B of the",
-                           "    Income-tax Rules, 1962."};
-        QTest::newRow("value wraps inside its own column")
-            << QList<Row>{{{"4. Address", ": 12, MG ROAD, NEAR THE OLD BUS STAND, BANGALORE 560001"}, {30, 48}, {}, "X. "}}
-            << QStringList{at({{0, "4. Address"}, {30, ": 12, MG ROAD, NEAR THE OLD BUS STAND, BANGALORE"}}),
-                           at({{30, "560001"}})};
-        QTest::newRow("signature block, third column 0")
-            << QList<Row>{{{"Place PUNE\r\nDate 01/04/2024", "...............\r\nSignature", "IGNORED"}, {50, 28, 0}, {0, 2}}}
-            << QStringList{at({{0, "Place PUNE"}, {63, "..............."}}), at({{0, "Date 01/04/2024"}, {69, "Signature"}})};
-        QTest::newRow("unbordered neighbours keep a blank between them")
-            << QList<Row>{{{"ABCDEFGHIJ KLM", "XYZ"}, {10, 10}}} << QStringList{"ABCDEFGHI XYZ", "J KLM"};
         QTest::newRow("header then items: closed, no line above an item")
             << QList<Row>{vehicle({"S. No.", "Heavy goods carriage/truck Registration Number", "Date of Registration"}, true),
-                          vehicle({"1.", "KA01AB1234", "01/04/2020"}, false), vehicle({"2."}, false)}
+                          vehicle({"1.", "KA01AB1234", "01/04/2020"}, false)}
             << QStringList{Rule, "|  S. No. | Heavy goods carriage/truck Registration Number|     Date of      |",
                            "|         |                                               |   Registration   |", Rule,
-                           "| 1.      | KA01AB1234                                    | 01/04/2020       |", Rule,
-                           "| 2.      |                                               |                  |", Rule};
-        QTest::newRow("border texts shorter than the columns draw nothing")
-            << QList<Row>{{{"1.", "A", "B"}, {10, 48, 20}, {}, {}, {"1", "1", "1", "1"}}}
-            << QStringList{at({{0, "1."}, {10, "A"}, {58, "B"}})};
+                           "| 1.      | KA01AB1234                                    | 01/04/2020       |", Rule};
         QTest::newRow("borders per column")
             << QList<Row>{{{"AB", "CD"}, {10, 10}, {}, {}, {"0", "10", "01", "0"}}}
             << QStringList{"          ----------", "AB       |CD"};
@@ -127,28 +98,6 @@ private slots:
         for (const Row &row : input)
             write(report, row);
         QCOMPARE(report.reportText(), expected.join(QLatin1Char('\n')) + QLatin1Char('\n'));
-    }
-
-    void linesStayWithinWidth()
-    {
-        const QString words = "Heavy goods carriage " + QString(140, QLatin1Char('W')) + " and a few more words";
-        for (int width : {78, 130}) {
-            ReportObject report;
-            report.setSetCol130(width == 130);
-            report.NewReport();
-            for (const QList<int> &widths : QList<QList<int>>{{width}, {30, width - 30}, {10, 48, width - 58},
-                                                             {width - 1, 1}, {1, 1, width - 2}, {width + 20}, {60, 60, 60}}) {
-                for (int pattern = 0; pattern < 4; ++pattern) {
-                    write(report, {{words, words, words}, widths, {pattern % 3, 1, 2}, pattern % 2 ? "(a) " : "",
-                                   {pattern & 1 ? "111" : "0", pattern & 2 ? "111" : "001", "111", "111"}});
-                }
-            }
-            report.printtext(words + words);
-            int longest = 0;
-            for (const QString &line : report.reportText().split(QLatin1Char('\n')))
-                longest = std::max(longest, int(line.size()));
-            QCOMPARE(longest, width);
-        }
     }
 };
 
