@@ -51,12 +51,6 @@ void TestJsonScript::eval_data()
 
     QTest::newRow("lists and scalars concatenate")
         << R"([["a",["b",1]],"|",null,true,false,2.50,"|",-0])" << none << "ab1|nulltruefalse2.5|0" << none;
-    QTest::newRow("names ignore case, first key only, empty objects and arguments")
-        << R"([{"ReTuRn":{"value":"v"}},{"return":{"value":"a"},"alert":{"message":"m"}},{},{"return":{}},"."])"
-        << none << "va." << none;
-    QTest::newRow("unknown commands")
-        << R"([{"calc":[1,"x"]},{"Fmt":{"a":"p","b":{"return":{"value":"q"}},"c":true}},{"now":{}}])" << none
-        << "<%CALC(1,x)%><%FMT(p,q,true)%><%NOW()%>" << none;
     QTest::newRow("set evaluates, get is case-sensitive")
         << R"([{"set":{"name":"v","value":"one"}},{"get":{"name":"v"}},"-",{"get":{"name":"V"}},)"
            R"({"set":{"name":"v","value":[1,{"return":{"value":"x"}}]}},"-",{"get":{"name":"v"}}])"
@@ -73,37 +67,15 @@ void TestJsonScript::eval_data()
     QTest::newRow("switch on a computed value, ignoring case")
         << R"([{"set":{"name":"k","value":"Two"}},{"switch":{"value":{"get":{"name":"k"}},"case":{"one":1,"two":2}}}])"
         << none << "2" << none;
-    QTest::newRow("switch default, or nothing")
-        << R"([{"switch":{"value":"z","case":{"a":"A!"},"default":{"return":{"value":"D"}}}},)"
-           R"({"switch":{"value":"z","case":{"a":"A"}}},"."])"
-        << none << "D." << none;
 
-    auto ifRow = [&](const char *name, const char *v1, const char *v2, const char *type,
-                     const char *expected) {
-        QTest::newRow(name) << QStringLiteral(R"([{"if":{"value1":%1,"value2":%2,"type":"%3","true":"T","false":"F"}}])")
-                                   .arg(QLatin1String(v1), QLatin1String(v2), QLatin1String(type))
-                            << none << QString::fromLatin1(expected) << none;
-    };
-    ifRow("numbers compare as numbers", "\"10\"", "\"9\"", "gt", "T");
-    ifRow("text compares as text", "\"10\"", "\"9a\"", "gt", "F");
-    ifRow("equal text differing in case", "\"abc\"", "\"ABC\"", "eq", "F");
-    ifRow("unknown type is false", "1", "1", "ne", "F");
-    ifRow("empty is not a number", "\"\"", "\"0\"", "lt", "T");
-    QTest::newRow("if runs only its branch, if any")
-        << R"([{"if":{"value1":1,"value2":2,"type":"eq","true":"T"}},)"
-           R"({"if":{"value1":1,"value2":1,"type":"eq","true":"T","false":{"alert":{"message":"no"}}}},"."])"
-        << none << "T." << none;
+    QTest::newRow("if: numbers compare as numbers")
+        << R"([{"if":{"value1":"10","value2":"9","type":"gt","true":"T","false":"F"}}])" << none << "T" << none;
 
     QTest::newRow("parser error") << "[1" << none << "Parser ErrorMissing ']': [1\r\n" << none;
-    QTest::newRow("not a script") << R"("hi")" << none << "Parser ErrorInvalid JSON" << none;
 
     const QString forty = QString(40, '[') + "\"x\"" + QString(40, ']');
     QTest::newRow("41 levels: the message in place of the deeper output")
         << "[\"a\"," + forty + ",\"b\"]" << none << "a" + nesting + "b" << none;
-    QString deepReturn = QStringLiteral("\"x\"");
-    for (int i = 0; i < 45; ++i)
-        deepReturn = QStringLiteral(R"({"return":{"value":%1}})").arg(deepReturn);
-    QTest::newRow("nested commands count levels too") << "[" + deepReturn + "]" << none << nesting << none;
     // Each "set" doubles the variable: without a limit this would need 2^60 characters.
     QString doubling = QStringLiteral(R"([{"set":{"name":"x","value":"ab"}})");
     for (int i = 0; i < 60; ++i)
@@ -132,11 +104,6 @@ void TestJsonScript::variablesKeptBetweenCalls()
     QCOMPARE(interpreter.Eval(uR"([{"set":{"name":"who","value":{"input":{"default":"DEMO01"}}}}])"), QString());
     QCOMPARE(interpreter.Eval(uR"(["Hi ",{"get":{"name":"who"}}])"), QStringLiteral("Hi DEMO01"));
     QCOMPARE(cJSONScript().Eval(uR"([{"get":{"name":"who"}}])"), QString());
-
-    const JsonValue node = ParseJson(uR"({"if":{"value1":"3","value2":"20","type":"lt","true":"yes"}})");
-    QCOMPARE(interpreter.ExecCommand(node), QStringLiteral("yes"));
-    QCOMPARE(interpreter.ExecCommand(JsonValue(Decimal::parse(u"1.250"))), QStringLiteral("1.25"));
-    QCOMPARE(interpreter.ExecCommand(JsonValue()), QStringLiteral("null"));
 }
 
 TDS_TEST(TestJsonScript)
