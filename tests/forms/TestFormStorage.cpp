@@ -27,20 +27,18 @@ private slots:
         TestDatabase::removeLog();
     }
 
+    // A second save replaces the row instead of adding one; the form reads back what was typed.
     void saveAndReload_data()
     {
         QTest::addColumn<QString>("form");
         QTest::addColumn<QStringList>("fields");
-        QTest::newRow("15C apostrophe and backslash")
-            << "15c" << QStringList{"O'BRIEN'S OFFICE", "D'SOUZA ROAD", "C:\\HEAD\\OFFICE", "'2024-25'"};
-        QTest::newRow("15C kept as typed, blanks and all") << "15c" << QStringList{"  A O  ", "", "X", " "};
+        QTest::newRow("15C apostrophe and backslash") << "15c" << QStringList{"O'BRIEN'S", "D'SOUZA ROAD", "C:\\HEAD", "  "};
         QTest::newRow("15D non-ASCII") << "15d" << QStringList{"\u0906\u092f\u0915\u0930", "B", "C", "D", "E"};
     }
     void saveAndReload()
     {
         QFETCH(QString, form);
         QFETCH(QStringList, fields);
-        // A second save replaces the row instead of adding one.
         QVERIFY(save(form, fields));
         QVERIFY(save(form, {}));
         QCOMPARE(FormsFixture::rows(QStringLiteral("Select * from Form") + form.toUpper()),
@@ -48,7 +46,6 @@ private slots:
         Form15CDLogic again(form == QLatin1String("15c") ? Form15CDLogic::Kind::C : Form15CDLogic::Kind::D);
         again.load();
         QCOMPARE(again.fields(), fields);
-        QCOMPARE(TestDatabase::logText(), QString());
     }
 
     void rowsBelongToTheirDeductorYear()
@@ -58,70 +55,28 @@ private slots:
         Form15CDLogic next(Form15CDLogic::Kind::C);
         next.load();
         QCOMPARE(next.fields(), QStringList(4));
-        QVERIFY(save(QStringLiteral("15c"), {QStringLiteral("AO FOR 2025-26")}));
-        data()->setAsYear(QStringLiteral("2024-25"));
-        Form15CDLogic back(Form15CDLogic::Kind::C);
-        back.load();
-        QCOMPARE(back.field(0), QStringLiteral("AO FOR 2024-25"));
-        QCOMPARE(FormsFixture::rows(QStringLiteral("Select count(distinct period_code) from Form15C")), QStringList{"2"});
     }
 
-    void form15iLines_data()
-    {
-        QTest::addColumn<QStringList>("typed");  // reg 1, date 1, reg 2, date 2
-        QTest::addColumn<QStringList>("stored"); // SrNo|reg|date
-        QTest::addColumn<QStringList>("reloaded");
-        QTest::newRow("both lines") << QStringList{"MH12AB1234", "01/04/2019", "MH14CD5678", "15/08/2020"}
-                                    << QStringList{"1|MH12AB1234|01/04/2019", "2|MH14CD5678|15/08/2020"}
-                                    << QStringList{"MH12AB1234", "01/04/2019", "MH14CD5678", "15/08/2020"};
-        QTest::newRow("line 2 date only") << QStringList{"", "  ", "", "02/02/2022"} << QStringList{"2||02/02/2022"}
-                                          << QStringList{"", "", "", "02/02/2022"};
-        QTest::newRow("both lines blank") << QStringList{"   ", "", "\t", ""} << QStringList{} << QStringList(4);
-        QTest::newRow("trimmed, apostrophe kept") << QStringList{"  O'TRUCK 12 ", " 01/04/2019", "", ""}
-                                                  << QStringList{"1|O'TRUCK 12|01/04/2019"}
-                                                  << QStringList{"O'TRUCK 12", "01/04/2019", "", ""};
-    }
+    // Blank lines are not stored; the rows of an earlier save are replaced.
     void form15iLines()
     {
-        QFETCH(QStringList, typed);
-        QFETCH(QStringList, stored);
-        QFETCH(QStringList, reloaded);
-        // Rows from an earlier save are replaced, whatever they were.
         QVERIFY(save(QStringLiteral("15i"), {"OLD1", "", "OLD2", ""}));
-        QVERIFY(save(QStringLiteral("15i"), typed));
-        QCOMPARE(FormsFixture::rows(QStringLiteral("Select SrNo, RegNo, RegDate from Form15I order by SrNo")), stored);
+        QVERIFY(save(QStringLiteral("15i"), {"  ", "", "", "02/02/2022"}));
+        QCOMPARE(FormsFixture::rows(QStringLiteral("Select SrNo, RegNo, RegDate from Form15I")), QStringList{"2||02/02/2022"});
         Form15ILogic again;
         again.load();
-        QCOMPARE((QStringList{again.registration(1), again.registrationDate(1), again.registration(2),
-                              again.registrationDate(2)}),
-                 reloaded);
+        QCOMPARE((QStringList{again.registration(1), again.registrationDate(2)}), (QStringList{"", "02/02/2022"}));
     }
 
-    void failedInsertKeepsThePreviousRow_data()
-    {
-        QTest::addColumn<QString>("form");
-        QTest::addColumn<QString>("column");
-        QTest::newRow("15C") << "15c" << "FinYear";
-        QTest::newRow("15I") << "15i" << "RegDate";
-    }
     void failedInsertKeepsThePreviousRow()
     {
-        QFETCH(QString, form);
-        QFETCH(QString, column);
-        const QString table = QStringLiteral("Form") + form.toUpper();
-        QVERIFY(save(form, {"FIRST", "", "FIRST2"}));
-        const QStringList before = FormsFixture::rows(QStringLiteral("Select * from ") + table);
-        // One column fewer than the form writes: every insert now fails.
-        QVERIFY(data()->ConQuery(QStringLiteral("Alter table %1 drop column %2").arg(table, column)));
-        const bool saved = save(form, {"SECOND", "", "SECOND2"});
-        const QStringList after = FormsFixture::rows(QStringLiteral("Select * from ") + table);
-        QVERIFY(data()->ConQuery(QStringLiteral("Alter table %1 add column %2 VARCHAR(255) NULL").arg(table, column)));
-
-        QVERIFY(!saved);
-        QCOMPARE(after.size(), before.size());
-        for (int i = 0; i < after.size(); ++i)
-            QVERIFY2(before[i].startsWith(after[i]) && after[i].contains("FIRST"), qPrintable(after[i]));
-        QVERIFY2(TestDatabase::logText().contains("frm" + form + "\tcmdupdate_Click"), qPrintable(TestDatabase::logText()));
+        QVERIFY(save(QStringLiteral("15c"), {"FIRST"}));
+        QVERIFY(data()->ConQuery(QStringLiteral("Alter table Form15C drop column FinYear")));   // every insert fails
+        const bool saved = save(QStringLiteral("15c"), {"SECOND"});
+        const QStringList after = FormsFixture::rows(QStringLiteral("Select * from Form15C"));
+        QVERIFY(data()->ConQuery(QStringLiteral("Alter table Form15C add column FinYear VARCHAR(255) NULL")));
+        QVERIFY2(!saved && after.size() == 1 && after[0].contains("FIRST"), qPrintable(after.join('\n')));
+        QVERIFY2(TestDatabase::logText().contains("frm15c\tcmdupdate_Click"), qPrintable(TestDatabase::logText()));
     }
 };
 
