@@ -22,7 +22,6 @@ class TestMainWindow : public QObject
     ScriptedDialogs m_dialogs;
     std::unique_ptr<MainWindow> m_window;
 
-    QComboBox *deductors() const { return m_window->findChild<QComboBox *>(QStringLiteral("cboDeductor")); }
     QLineEdit *year() const { return m_window->findChild<QLineEdit *>(QStringLiteral("txtAsYear")); }
 
 private slots:
@@ -32,10 +31,8 @@ private slots:
         RecordingReportObject::install();
         modbase::resetForTests();
         auto forms = Forms::create();
-        QVERIFY(forms);
         auto *data = dynamic_cast<DataObject *>(modbase::dataObject());
-        QVERIFY(data);
-        QVERIFY(data->loadDemo());
+        QVERIFY(forms && data && data->loadDemo());
         m_window = std::make_unique<MainWindow>(modbase::dataObject(), std::move(forms));
         m_window->setDialogs(&m_dialogs);
     }
@@ -49,84 +46,51 @@ private slots:
 
     void init() { m_dialogs.asked.clear(); }
 
-    void refusesAMalformedYear_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("not consecutive") << "2025-27";
-        QTest::newRow("empty") << "";
-    }
-
     void refusesAMalformedYear()
     {
-        QFETCH(QString, text);
-        year()->setText(text);
+        year()->setText(QStringLiteral("2025-27"));
         QVERIFY(!m_window->openForm(QStringLiteral("Form15C")));
-        QCOMPARE(m_dialogs.asked.size(), 1);
-        QVERIFY(m_dialogs.asked.first().message.contains(QLatin1String("2025-26")));
-        year()->setText(QStringLiteral("2025-26"));
+        QVERIFY(m_dialogs.asked.value(0).message.contains(QLatin1String("2025-26")));
     }
 
     void saysPlainlyWhenAFormIsNotAvailable()
     {
         year()->setText(QStringLiteral("2025-26"));
         QVERIFY(!m_window->openForm(QStringLiteral("Form15GNew")));
-        QCOMPARE(m_dialogs.asked.size(), 1);
-        QCOMPARE(m_dialogs.asked.first().message, QStringLiteral("Form 15G is not available in this version of TDS Forms."));
+        QCOMPARE(m_dialogs.asked.value(0).message, QStringLiteral("Form 15G is not available in this version of TDS Forms."));
     }
 
     void opensAFormModallyWithTheSelection()
     {
         year()->setText(QStringLiteral("2024-25"));
-        QString shown;
         QString title;
         QTimer::singleShot(0, this, [&] {
-            QWidget *modal = QApplication::activeModalWidget();
-            if (auto *dialog = qobject_cast<QDialog *>(modal)) {
-                shown = QString::fromLatin1(dialog->metaObject()->className());
+            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
                 title = dialog->windowTitle();
                 dialog->done(QDialog::Rejected);
             }
         });
         QVERIFY(m_window->openForm(QStringLiteral("Form15I")));
-        QCOMPARE(shown, QStringLiteral("frm15i"));
-        // The operator sees whose form and which year it is.
-        QVERIFY2(title.endsWith(QLatin1String(" - DEMO01 DEMO TRADERS PRIVATE LIMITED - AY 2024-25")), qPrintable(title));
-        QVERIFY(m_window->windowTitle().endsWith(QLatin1String("DEMO01 DEMO TRADERS PRIVATE LIMITED - AY 2024-25")));
-        QCOMPARE(deductors()->currentData().toString(), QStringLiteral("DEMO01"));
-        QCOMPARE(modbase::dataObject()->codeno(), QStringLiteral("DEMO01"));
-        QCOMPARE(modbase::dataObject()->AsYear(), QStringLiteral("2024-25"));
+        // The operator sees which form, whose, and which year it is.
+        QCOMPARE(title, QStringLiteral("Form No. 15I - DEMO01 DEMO TRADERS PRIVATE LIMITED - AY 2024-25"));
     }
 
+    // A deductor needs a name and a code of its own; the host list selects the new one.
     void deductorDialogAddsAndRefuses()
     {
-        DeductorDialog dialog(modbase::dataObject(), QString());
-        dialog.setDialogs(&m_dialogs);
-        auto set = [&](const char *column, const QString &value) {
-            auto *line = qobject_cast<QLineEdit *>(dialog.field(QString::fromLatin1(column)));
-            QVERIFY(line);
-            line->setText(value);
-        };
-        set("Code_No", QStringLiteral("D'SOUZA"));
-        QVERIFY(!dialog.save());   // no name yet
-        set("Name", QStringLiteral("D'SOUZA & SONS"));
-        set("Tanno", QStringLiteral("MUMD1234E"));
-        QVERIFY(!dialog.save());   // TAN one digit short
-        QVERIFY(m_dialogs.asked.last().message.startsWith(QLatin1String("Invalid TAN")));
-        set("Tanno", QStringLiteral("MUMD12346F"));
+        auto set = [](DeductorDialog &d, const char *c, const QString &v) { d.field(QLatin1String(c))->setProperty("text", v); };
+        DeductorDialog dialog(modbase::dataObject(), QString()), again(modbase::dataObject(), QString());
+        for (DeductorDialog *d : {&dialog, &again})
+            d->setDialogs(&m_dialogs);
+        set(dialog, "Code_No", QStringLiteral("D'SOUZA"));
+        QVERIFY(!dialog.save());
+        set(dialog, "Name", QStringLiteral("D'SOUZA & SONS"));
         QVERIFY(dialog.save());
-
-        DeductorDialog again(modbase::dataObject(), QString());
-        again.setDialogs(&m_dialogs);
-        qobject_cast<QLineEdit *>(again.field(QStringLiteral("Code_No")))->setText(QStringLiteral("D'SOUZA"));
-        qobject_cast<QLineEdit *>(again.field(QStringLiteral("Name")))->setText(QStringLiteral("ANOTHER"));
-        QVERIFY(!again.save());   // the code is taken
-
-        DeductorDialog edit(modbase::dataObject(), QStringLiteral("D'SOUZA"));
-        QCOMPARE(qobject_cast<QLineEdit *>(edit.field(QStringLiteral("Name")))->text(), QStringLiteral("D'SOUZA & SONS"));
-        QCOMPARE(qobject_cast<QLineEdit *>(edit.field(QStringLiteral("Tanno")))->text(), QStringLiteral("MUMD12346F"));
-
+        set(again, "Code_No", QStringLiteral("D'SOUZA"));
+        set(again, "Name", QStringLiteral("ANOTHER"));
+        QVERIFY(!again.save());
         m_window->reloadDeductors(QStringLiteral("D'SOUZA"));
-        QCOMPARE(deductors()->currentData().toString(), QStringLiteral("D'SOUZA"));
+        QCOMPARE(m_window->findChild<QComboBox *>(QStringLiteral("cboDeductor"))->currentData(), QStringLiteral("D'SOUZA"));
     }
 };
 
