@@ -72,8 +72,7 @@ QString clashes(const QWidget *window)
 
 QString focusName()
 {
-    QWidget *w = QApplication::focusWidget();
-    return w ? w->objectName() : QStringLiteral("<none>");
+    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QStringLiteral("<none>");
 }
 
 void removeRemembered()

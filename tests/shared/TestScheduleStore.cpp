@@ -18,7 +18,7 @@ class TestScheduleStore : public QObject
     static constexpr int kPeriod = 7;
     static constexpr int kForm = 3;
 
-    static ScheduleSpec spec(const QString &table = QStringLiteral("TbSchedTest"))
+    static ScheduleSpec schedule(const QString &table = QStringLiteral("TbSchedTest"))
     {
         using A = ScheduleColumn::Align;
         using K = ScheduleColumn::Kind;
@@ -54,9 +54,9 @@ private slots:
     void init()
     {
         QVERIFY(m_data->ConQuery(QStringLiteral("Delete From TbSchedTest")));
-        ScheduleStore::store(*m_data, spec(), kPeriod, kForm,
+        ScheduleStore::store(*m_data, schedule(), kPeriod, kForm,
                              {{"ASHA", "01/04/2024", "100", "1-100"}, {"BALU", "", "200", "101-200"}, {"CHITRA", "", "300", "201-300"}});
-        ScheduleStore::store(*m_data, spec(), kPeriod, kForm + 1, {{"OTHER", "", "9", "9"}});
+        ScheduleStore::store(*m_data, schedule(), kPeriod, kForm + 1, {{"OTHER", "", "9", "9"}});
     }
 
     void storeReplacesTheRows_data()
@@ -73,31 +73,31 @@ private slots:
     {
         QFETCH(Rows, rows);
         QFETCH(QStringList, expected);
-        ScheduleStore::store(*m_data, spec(), kPeriod, kForm, rows);
+        ScheduleStore::store(*m_data, schedule(), kPeriod, kForm, rows);
         QCOMPARE(stored(), expected);
         QCOMPARE(stored(kForm + 1), QStringList{"1|OTHER||9|9"});
     }
 
     void loadShowsStoredRows()
     {
-        const Rows rows = ScheduleStore::load(*m_data, spec(), kPeriod, kForm);
+        const Rows rows = ScheduleStore::load(*m_data, schedule(), kPeriod, kForm);
         QCOMPARE(rows.size(), 3);
         QCOMPARE(rows.first(), (QStringList{"ASHA", "01/04/2024", "100.00", "1"}));
-        QCOMPARE(ScheduleStore::load(*m_data, spec(), kPeriod, 99), Rows{});
+        QCOMPARE(ScheduleStore::load(*m_data, schedule(), kPeriod, 99), Rows{});
     }
 
     // A row the server refuses: the three rows it was to replace stay as they were.
     void failedStoreKeepsTheRows()
     {
         const QStringList before = stored();
-        QVERIFY_THROWS_EXCEPTION(TdsError, ScheduleStore::store(*m_data, spec(), kPeriod, kForm,
+        QVERIFY_THROWS_EXCEPTION(TdsError, ScheduleStore::store(*m_data, schedule(), kPeriod, kForm,
                                                                 Rows{{"FINE"}, {QString(40, u'X'), "", "2", "2"}}));
         QCOMPARE(stored(), before);
     }
 
     void failedLoadThrows()
     {
-        QVERIFY_THROWS_EXCEPTION(TdsError, ScheduleStore::load(*m_data, spec(QStringLiteral("TbNoSuchTable")), kPeriod, kForm));
+        QVERIFY_THROWS_EXCEPTION(TdsError, ScheduleStore::load(*m_data, schedule(QStringLiteral("TbNoSuchTable")), kPeriod, kForm));
     }
 };
 
