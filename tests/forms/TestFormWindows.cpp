@@ -108,6 +108,20 @@ private slots:
             QCOMPARE(edit(again.get(), fields[i])->text(), typed[i].toUpper());
     }
 
+
+    // Alt+S runs the rules of the field the cursor is still in: the date is stored normalised.
+    void accessKeySavesTheNormalisedDate()
+    {
+        auto w = open(QStringLiteral("15I"));
+        QVERIFY(w);
+        type(edit(w.get(), QStringLiteral("txtfields1_1")), QStringLiteral("x1"));
+        QLineEdit *date = edit(w.get(), QStringLiteral("txtfields2_1"));
+        type(date, QStringLiteral("1-6-20"));
+        QTest::keyClick(w.get(), Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(FormsFixture::rows(QStringLiteral("Select SrNo, RegNo, RegDate from Form15I")),
+                     QStringList{"1|X1|01/06/2020"});
+        QVERIFY(date->hasFocus());
+    }
 };
 
 TDS_TEST(TestFormWindows)
