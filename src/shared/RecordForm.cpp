@@ -2,6 +2,7 @@
 
 #include "host/IDataObject.h"
 #include "shared/ColumnEncoder.h"
+#include "shared/FieldRules.h"
 #include "shared/TransactionGuard.h"
 #include "shared/modbase.h"
 
@@ -52,8 +53,11 @@ void RecordForm::readRows(IDataObject &data)
     for (; !rs.isEOF(); rs.moveNext()) {
         m_serials << rs.field(1).toInt();
         QStringList row;
-        for (int i = 0; i < m_slots.size(); ++i)
-            row << rs.text(i + 2);
+        for (int i = 0; i < m_slots.size(); ++i) {
+            const QString value = rs.text(i + 2);
+            // Amounts show as typed amounts do, whatever the column's own scale.
+            row << (m_slots.at(i).kind == FieldKind::Amount && !value.isEmpty() ? FieldRules::plainAmount(value) : value);
+        }
         m_rows << row;
     }
     rs.close();

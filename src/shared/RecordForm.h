@@ -49,6 +49,11 @@ public:
     QString value(int slot) const { return m_values.value(slot); }
     void setValue(int slot, const QString &text);
     const QStringList &values() const { return m_values; }
+    void setValues(const QStringList &values)
+    {
+        m_values = values;
+        m_values.resize(m_slots.size());
+    }
 
     bool editing() const { return m_editing; }
     bool adding() const { return m_adding; }
@@ -94,6 +99,7 @@ protected:
     virtual void copyDetails(IDataObject &data, TransactionGuard &guard, int fromSerial, int toSerial);
 
     const RecordStatements &statements() const { return m_statements; }
+    Dialogs *dialogs() const { return m_dialogs; }
     QString periodText() const { return QString::number(m_periodCode); }
 
 private:

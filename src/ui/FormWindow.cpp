@@ -59,18 +59,23 @@ QString FormWindow::statusText() const
 QWidget *FormWindow::firstField() const
 {
     QWidget *w = const_cast<FormWindow *>(this);
+    QWidget *firstLocked = nullptr;
     for (QWidget *next = w->nextInFocusChain(); next && next != this; next = next->nextInFocusChain()) {
         if (!FieldBehaviour::isEntryField(next) || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus))
             continue;
         if (!next->isVisibleTo(w))
             continue;
-        if (auto *line = qobject_cast<QLineEdit *>(next); line && line->isReadOnly())
+        auto *line = qobject_cast<QLineEdit *>(next);
+        auto *plain = qobject_cast<QPlainTextEdit *>(next);
+        if ((line && line->isReadOnly()) || (plain && plain->isReadOnly())) {
+            if (!firstLocked)
+                firstLocked = next;
             continue;
-        if (auto *plain = qobject_cast<QPlainTextEdit *>(next); plain && plain->isReadOnly())
-            continue;
+        }
         return next;
     }
-    return nullptr;
+    // A record form opens browsing, its fields locked: the cursor still starts in the first.
+    return firstLocked;
 }
 
 void FormWindow::informWhenShown(const QString &message)

@@ -16,7 +16,7 @@ RecordWindow::RecordWindow(RecordForm &logic, QString caption, QWidget *parent)
     // The logic may be a member of the derived window, not built yet: only its address is kept.
 }
 
-void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption)
+void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption, const QHash<QString, QString> &captions)
 {
     QWidget *frame = panel->parentWidget();
     struct Spec {
@@ -37,7 +37,7 @@ void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption)
     auto *row = new QHBoxLayout;
     row->addStretch(1);
     for (const Spec &s : editing) {
-        QPushButton *b = FormLayout::button(frame, s.name, s.caption);
+        QPushButton *b = FormLayout::button(frame, s.name, captions.value(QLatin1String(s.name), s.caption));
         connect(b, &QPushButton::clicked, this, s.slot);
         m_buttons.insert(QLatin1String(s.name), b);
         row->addWidget(b);
@@ -52,7 +52,7 @@ void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption)
     status->setObjectName(QStringLiteral("lblStatus"));
     navigation->addWidget(status, 1);
     for (int i = 0; i < 4; ++i) {
-        QPushButton *b = FormLayout::button(frame, moves[i].first, moves[i].second);
+        QPushButton *b = FormLayout::button(frame, moves[i].first, captions.value(QLatin1String(moves[i].first), moves[i].second));
         const int step = steps[i];
         connect(b, &QPushButton::clicked, this, [this, step] { navigate(step); });
         m_buttons.insert(QLatin1String(moves[i].first), b);
@@ -144,6 +144,7 @@ void RecordWindow::cmdmodifyClicked()
 void RecordWindow::cmdupdateClicked()
 {
     runAction([this] {
+        collectFields();
         if (m_logic.saveRecord())
             refresh();
         else

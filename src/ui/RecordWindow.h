@@ -34,11 +34,14 @@ protected:
     RecordWindow(RecordForm &logic, QString caption, QWidget *parent);
 
     // The two button rows under the fields; printCaption is the form's own ("&Form 15G").
-    void addButtons(QBoxLayout *panel, const QString &printCaption);
+    // captions: a form's own caption for any button by name, where its access keys need it.
+    void addButtons(QBoxLayout *panel, const QString &printCaption, const QHash<QString, QString> &captions = {});
     void formLoad();
     // Shows the logic's current values; makes the fields editable or not.
     virtual void showFields() = 0;
     virtual void setFieldsReadOnly(bool readOnly) = 0;
+    // What the fields show, into the logic, just before a save.
+    virtual void collectFields() = 0;
     // Where the cursor goes when editing starts.
     virtual QWidget *firstEditField() const { return firstField(); }
 

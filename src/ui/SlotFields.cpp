@@ -73,6 +73,7 @@ QWidget *SlotFields::makeEditor(int index, QWidget *parent)
             auto *box = new QCheckBox(s.items.at(b), group);
             box->setObjectName(name + QLatin1Char('_') + QString::number(b));
             column->addWidget(box);
+            m_boxes[index] << box;
             connect(box, &QCheckBox::toggled, this, [this, index] { emit valueChanged(index, value(index)); });
         }
         editor = group;
@@ -147,7 +148,7 @@ QString SlotFields::value(int index) const
         return QString();
     if (m_slots.at(index).kind == FieldKind::Flags) {
         QString digits;
-        for (QCheckBox *box : w->findChildren<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly))
+        for (QCheckBox *box : m_boxes.value(index))
             digits += box->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
         return digits;
     }
@@ -173,7 +174,7 @@ void SlotFields::setValue(int index, const QString &text)
         }
         combo->setCurrentIndex(qMax(0, at));
     } else if (m_slots.at(index).kind == FieldKind::Flags) {
-        const auto boxes = w->findChildren<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly);
+        const QList<QCheckBox *> boxes = m_boxes.value(index);
         for (int b = 0; b < boxes.size(); ++b)
             boxes.at(b)->setChecked(b < text.size() && text.at(b) == QLatin1Char('1'));
     }
@@ -207,6 +208,10 @@ void SlotFields::setReadOnly(bool readOnly)
             plain->setReadOnly(readOnly);
         else
             w->setEnabled(!readOnly);
+    }
+    for (const QList<QCheckBox *> &boxes : std::as_const(m_boxes)) {
+        for (QCheckBox *box : boxes)
+            box->setEnabled(!readOnly);
     }
 }
 

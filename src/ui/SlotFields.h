@@ -4,11 +4,13 @@
 // and its value read and written as text in slot order.
 #include "shared/Slot.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 
 class FormWindow;
 class IDataObject;
+class QCheckBox;
 class QFormLayout;
 class QLabel;
 class QWidget;
@@ -27,6 +29,8 @@ public:
     QWidget *widget(int index) const { return m_widgets.value(index); }
     QLabel *label(int index) const { return m_labels.value(index); }
     int indexOf(const QWidget *widget) const;
+    // The boxes of a check-box group slot, wherever a window has placed them.
+    QList<QCheckBox *> checkBoxes(int index) const { return m_boxes.value(index); }
 
     QString value(int index) const;
     void setValue(int index, const QString &text);
@@ -57,6 +61,7 @@ private:
     SlotTable m_slots;
     QList<QWidget *> m_widgets;
     QList<QLabel *> m_labels;
+    QHash<int, QList<QCheckBox *>> m_boxes;
     FormWindow *m_window = nullptr;
     const IDataObject *m_data = nullptr;
 };

@@ -56,8 +56,8 @@ private slots:
     void saysPlainlyWhenAFormIsNotAvailable()
     {
         year()->setText(QStringLiteral("2025-26"));
-        QVERIFY(!m_window->openForm(QStringLiteral("Form15GNew")));
-        QCOMPARE(m_dialogs.asked.value(0).message, QStringLiteral("Form 15G is not available in this version of TDS Forms."));
+        QVERIFY(!m_window->openForm(QStringLiteral("Form15J")));
+        QCOMPARE(m_dialogs.asked.value(0).message, QStringLiteral("Form 15J is not available in this version of TDS Forms."));
     }
 
     void opensAFormModallyWithTheSelection()

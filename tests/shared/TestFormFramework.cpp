@@ -79,6 +79,7 @@ public:
 private:
     void showFields() override { m_fields->setValues(m_records.values()); }
     void setFieldsReadOnly(bool readOnly) override { m_fields->setReadOnly(readOnly); }
+    void collectFields() override { m_records.setValues(m_fields->values()); }
 
     TestRecords m_records;
     SlotFields *m_fields = nullptr;
