@@ -58,32 +58,6 @@ private slots:
         QVERIFY2(demo.exitCode == 0, qPrintable(demo.err));
     }
 
-    void version()
-    {
-        const Run r = cli({QStringLiteral("--version")});
-        QCOMPARE(r.exitCode, 0);
-        QCOMPARE(r.out, QStringLiteral("2.26.5.2\n"));
-    }
-
-    void words_data()
-    {
-        QTest::addColumn<QString>("amount");
-        QTest::addColumn<QString>("words");
-        QTest::newRow("grouping") << "250075.25" << "Rupees Two Lakh Fifty Thousand Seventy Five and Paise Twenty Five Only";
-        QTest::newRow("rounded to paise") << "10.999" << "Rupees Eleven Only";
-        QTest::newRow("only paise") << "0.07" << "Rupees Nil and Paise Seven Only";
-        QTest::newRow("crore") << "30000001" << "Rupees Three Crore One Only";
-    }
-
-    void words()
-    {
-        QFETCH(QString, amount);
-        QFETCH(QString, words);
-        const Run r = cli({QStringLiteral("words"), amount});
-        QCOMPARE(r.exitCode, 0);
-        QCOMPARE(r.out, words + QLatin1Char('\n'));
-    }
-
     // Usage errors exit with 2, refusals of what was asked for with 1.
     void errorsGoToStandardErrorWithAFailingStatus_data()
     {

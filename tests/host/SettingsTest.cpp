@@ -129,14 +129,6 @@ private slots:
         QCOMPARE(Settings::database().host, file.host);
     }
 
-    void otherSettingsFallBack()
-    {
-        Settings::setValue(QStringLiteral("portal/tin"), QStringLiteral("http://127.0.0.1:8080/"));
-        Settings::setValue(QStringLiteral("browser/pageWaitSeconds"), 0);
-        QCOMPARE(Settings::tinHost(), QStringLiteral("http://127.0.0.1:8080"));
-        QCOMPARE(Settings::pageWaitSeconds(), 60);   // nonsense falls back
-    }
-
     void dataHomeLocation()
     {
         const QString saved = DataHome::overrideDir();
@@ -171,16 +163,11 @@ private slots:
         QTest::newRow("nothing yet") << QStringList{} << int(S::Empty);
         QTest::newRow("killed while the server built its files")
             << QStringList{"ibdata1", "ib_logfile0", "aria_log_control"} << int(S::Unfinished);
-        QTest::newRow("killed before the first table") << QStringList{"ibdata1", "tdsforms/db.opt"} << int(S::Unfinished);
         QTest::newRow("only the server's own tables")
             << QStringList{"ibdata1", "mysql/innodb_table_stats.frm", "mysql/innodb_table_stats.ibd"} << int(S::Unfinished);
         QTest::newRow("earlier version's tables")
             << QStringList{"ibdata1", "tdsforms/db.opt", "tdsforms/main_info.frm", "tdsforms/main_info.ibd"}
             << int(S::HoldsData);
-        QTest::newRow("tables of another name and engine")
-            << QStringList{"ibdata1", "office/Period_Det_Oth.MYD"} << int(S::HoldsData);
-        QTest::newRow("even a broken server file beside tables")
-            << QStringList{"tdsforms/main_info.frm"} << int(S::HoldsData);
         QTest::newRow("our first start killed after its tables")
             << QStringList{"tdsforms.building", "ibdata1", "tdsforms/main_info.frm"} << int(S::Unfinished);
         QTest::newRow("built to the end") << QStringList{"ibdata1", "tdsforms.complete", "tdsforms/main_info.frm"}

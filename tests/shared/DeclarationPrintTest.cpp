@@ -187,8 +187,6 @@ private slots:
                                                  << QStringList{"---NIL---", "", "---NIL---", "---NIL---", "---NIL---"} << 4;
         QTest::newRow("flags and rows") << "10101" << QList<int>{1, 1, 1, 1, 1}
                                         << QStringList{"", "---NIL---", "", "---NIL---", ""} << 2;
-        QTest::newRow("short flag text counts as not ticked") << "1" << QList<int>{1, 1, 1, 1, 1}
-                                        << QStringList{"", "---NIL---", "---NIL---", "---NIL---", "---NIL---"} << 4;
     }
     void schedules()
     {
@@ -211,41 +209,6 @@ private slots:
         QCOMPARE(c.count(QStringLiteral("deleteRow:1")), deleted);
     }
 
-    void amountsGrouped_data()
-    {
-        QTest::addColumn<int>("schedule");
-        QTest::addColumn<QStringList>("row");
-        QTest::addColumn<QStringList>("written");
-        QTest::newRow("I: total face value") << 0 << QStringList{"100", "EQ 10", "150000", "1001", "01/04/2013"}
-                                             << QStringList{"100", "EQ 10", "1,50,000.00", "1001", "01/04/2013"};
-        QTest::newRow("II: amount only") << 1 << QStringList{"BONDS", "25000", "2500000", "01/01/2013", ""}
-                                         << QStringList{"BONDS", "25000", "25,00,000.00", "01/01/2013", ""};
-        QTest::newRow("III: amount and rate") << 2 << QStringList{"SBI, PUNE", "150000", "01/04/2013", "1 YEAR", "7.5"}
-                                              << QStringList{"SBI, PUNE", "1,50,000.00", "01/04/2013", "1 YEAR", "7.50"};
-        QTest::newRow("IV: income") << 3 << QStringList{"UTI", "500", "GROWTH 10", "77", "1234.5"}
-                                    << QStringList{"UTI", "500", "GROWTH 10", "77", "1,234.50"};
-        QTest::newRow("V: three columns, extra cells dropped") << 4 << QStringList{"GPO PUNE 123", "01/04/2010", "150000", "extra"}
-                                                               << QStringList{"GPO PUNE 123", "01/04/2010", "1,50,000.00"};
-    }
-    void amountsGrouped()
-    {
-        QFETCH(int, schedule);
-        QFETCH(QStringList, row);
-        QFETCH(QStringList, written);
-        QString flags = QStringLiteral("00000");
-        flags[schedule] = QLatin1Char('1');
-        Declaration d = declaration(false, flags);
-        d.schedules[schedule] = {row};
-        const QStringList c = calls(d);
-        const qsizetype at = c.indexOf(QStringLiteral("FindTable:%1").arg(5 + schedule));
-        QVERIFY(at > 0);
-        QStringList expected;
-        for (qsizetype i = 0; i < written.size(); ++i)
-            expected.append(QStringLiteral("TextMatrix:1,%1=%2").arg(i).arg(written[i]));
-        QCOMPARE(c.mid(at + 1, written.size()), expected);
-        QCOMPARE(c.at(at + 1 + written.size()), QStringLiteral("NewSetText:##NIL%1##=").arg(schedule + 1));
-    }
-
     // The template's table grows to the number of rows, on the real document.
     void tableGrows_data()
     {
@@ -254,8 +217,6 @@ private slots:
         QTest::addColumn<int>("rows");
         QTest::newRow("15G schedule I, ten rows") << false << 0 << 10;
         QTest::newRow("15H schedule V, ten rows") << true << 4 << 10;
-        QTest::newRow("15G schedule III, one row") << false << 2 << 1;
-        QTest::newRow("15H schedule II, none") << true << 1 << 0;
     }
     void tableGrows()
     {

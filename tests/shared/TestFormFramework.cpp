@@ -223,17 +223,6 @@ private slots:
         QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name From TbRec Order By FormSrNo")), (QStringList{"1|A", "2|B", "3|C"}));
     }
 
-    void failedLoadRefusesEverything()
-    {
-        QVERIFY(d()->ConQuery(QStringLiteral("Rename Table TbRec To TbRec_away")));
-        TestRecords f;
-        const bool loaded = f.load();
-        f.add();
-        const bool saved = f.saveRecord();
-        QVERIFY(d()->ConQuery(QStringLiteral("Rename Table TbRec_away To TbRec")));
-        QVERIFY(!loaded && !f.editing() && !saved);
-    }
-
     // The window as a clerk uses it: keys only.
     void windowByKeys()
     {
