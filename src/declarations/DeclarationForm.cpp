@@ -75,9 +75,9 @@ void DeclarationForm::copyDetails(IDataObject &data, TransactionGuard &guard, in
     for (int k = 0; k < 5; ++k) {
         if (!scheduleTicked(k))
             continue;
-        const ScheduleSpec spec = DeclarationSlots::schedule(m_15h, k);
-        guard.run(ScheduleStore::statements(data, spec, m_periodCode, toSerial,
-                                            ScheduleStore::load(data, spec, m_periodCode, fromSerial)));
+        const ScheduleLayout layout = DeclarationSlots::schedule(m_15h, k);
+        guard.run(ScheduleStore::statements(data, layout, m_periodCode, toSerial,
+                                            ScheduleStore::load(data, layout, m_periodCode, fromSerial)));
     }
 }
 

@@ -87,7 +87,7 @@ int flagsSlot(bool form15H)
     return form15H ? 30 : 31;
 }
 
-ScheduleSpec schedule(bool form15H, int k)
+ScheduleLayout schedule(bool form15H, int k)
 {
     using A = ScheduleColumn::Align;
     using K = ScheduleColumn::Kind;
@@ -128,7 +128,7 @@ ScheduleSpec schedule(bool form15H, int k)
         break;
     }
     const QString table = (form15H ? QStringLiteral("Tb15hT") : QStringLiteral("Tb15gT")) + QString::number(qBound(0, k, 4) + 1);
-    return ScheduleSpec{.title = QString::fromLatin1(titles[qBound(0, k, 4)]), .table = table, .columns = columns};
+    return ScheduleLayout{.title = QString::fromLatin1(titles[qBound(0, k, 4)]), .table = table, .columns = columns};
 }
 
 } // namespace DeclarationSlots

@@ -124,36 +124,36 @@ void DeclarationWindow::cmdincschClicked(int k)
             dialogs()->inform(QStringLiteral("Save the declaration first, then fill in its schedules."));
             return;
         }
-        const ScheduleSpec spec = DeclarationSlots::schedule(m_form.is15H(), k);
+        const ScheduleLayout layout = DeclarationSlots::schedule(m_form.is15H(), k);
         QList<QStringList> rows;
         QString why;
         const bool loaded = modbase::errorTrap(m_form.module(), QStringLiteral("cmdincsch_Click"), [&] {
-            rows = ScheduleStore::load(modbase::data(), spec, m_form.periodCode(), serial);
+            rows = ScheduleStore::load(modbase::data(), layout, m_form.periodCode(), serial);
         });
         if (!loaded) {
             dialogs()->inform(QStringLiteral("The rows of %1 could not be read; nothing is shown so that nothing is "
                                              "saved over them.")
-                                  .arg(spec.title),
+                                  .arg(layout.title),
                               QString(), Dialogs::Icon::Critical);
             return;
         }
         const int period = m_form.periodCode();
         const QString module = m_form.module();
-        ScheduleFrame frame(spec, rows, [this, spec, period, serial, module](const QList<QStringList> &grid) {
+        ScheduleFrame frame(layout, rows, [this, layout, period, serial, module](const QList<QStringList> &grid) {
             QString error;
             const bool stored = modbase::errorTrap(module, QStringLiteral("cmdbackSch_Click"), [&] {
                 try {
-                    ScheduleStore::store(modbase::data(), spec, period, serial, grid);
+                    ScheduleStore::store(modbase::data(), layout, period, serial, grid);
                 } catch (const std::exception &e) {
                     error = QString::fromUtf8(e.what());
                     throw;
                 }
             });
             if (!stored)
-                dialogs()->inform(QStringLiteral("%1 could not be saved; its rows stay on screen.\n\n%2").arg(spec.title, error),
+                dialogs()->inform(QStringLiteral("%1 could not be saved; its rows stay on screen.\n\n%2").arg(layout.title, error),
                                   QString(), Dialogs::Icon::Critical);
             else
-                showStatus(QStringLiteral("%1 saved").arg(spec.title));
+                showStatus(QStringLiteral("%1 saved").arg(layout.title));
             return stored;
         }, this);
         frame.setDialogs(dialogs());

@@ -20,15 +20,15 @@ QString keyCondition(int periodCode, int formSrId)
 
 namespace ScheduleStore {
 
-QList<QStringList> load(IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId)
+QList<QStringList> load(IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId)
 {
-    const QString sql = QStringLiteral("Select * From ") + spec.table + keyCondition(periodCode, formSrId)
+    const QString sql = QStringLiteral("Select * From ") + layout.table + keyCondition(periodCode, formSrId)
         + QStringLiteral(" Order By Srno");
     Recordset rs;
     if (!data.RecordsetQuery(rs, sql, data.cnnobj(), 3, 3, 1)) {
         QString why = data.lastError();
         if (why.isEmpty())
-            why = QStringLiteral("The rows of ") + spec.title + QStringLiteral(" could not be read.");
+            why = QStringLiteral("The rows of ") + layout.title + QStringLiteral(" could not be read.");
         throw TdsError(data.lastErrorNumber() ? long(data.lastErrorNumber()) : 5, why,
                        QStringLiteral("ZeltBase.ClsData"));
     }
@@ -36,32 +36,32 @@ QList<QStringList> load(IDataObject &data, const ScheduleSpec &spec, int periodC
     QList<QStringList> rows;
     for (rs.moveFirst(); !rs.isEOF(); rs.moveNext()) {
         QStringList row;
-        row.reserve(spec.columns.size());
-        for (int c = 0; c < spec.columns.size(); ++c) {
+        row.reserve(layout.columns.size());
+        for (int c = 0; c < layout.columns.size(); ++c) {
             const QString text = rs.text(kKeyColumns + c);
-            row << (spec.columns[c].isAmount() ? FieldRules::plainAmount(text) : text);
+            row << (layout.columns[c].isAmount() ? FieldRules::plainAmount(text) : text);
         }
         rows << row;
     }
     return rows;
 }
 
-QStringList statements(const IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId,
+QStringList statements(const IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId,
                        const QList<QStringList> &rows)
 {
     const QString p = QString::number(periodCode);
     const QString s = QString::number(formSrId);
     QStringList out;
-    out << QStringLiteral("Delete From ") + spec.table + keyCondition(periodCode, formSrId);
+    out << QStringLiteral("Delete From ") + layout.table + keyCondition(periodCode, formSrId);
     for (int r = 0; r < rows.size(); ++r) {
         // Srno follows the grid's order, whatever numbers the rows carried before.
-        QString sql = QStringLiteral("Insert Into ") + spec.table + QStringLiteral(" Values (") + p
+        QString sql = QStringLiteral("Insert Into ") + layout.table + QStringLiteral(" Values (") + p
             + QLatin1Char(',') + s + QLatin1Char(',') + QString::number(r + 1);
         const QStringList &row = rows[r];
-        for (int c = 0; c < spec.columns.size(); ++c) {
+        for (int c = 0; c < layout.columns.size(); ++c) {
             const QString text = c < row.size() ? row[c] : QString();
             sql += QLatin1Char(',');
-            if (spec.columns[c].align == ScheduleColumn::Align::Right)
+            if (layout.columns[c].align == ScheduleColumn::Align::Right)
                 sql += ColumnEncoder::number(FieldRules::leadingNumber(text));
             else
                 sql += data.quoted(text);
@@ -72,10 +72,10 @@ QStringList statements(const IDataObject &data, const ScheduleSpec &spec, int pe
     return out;
 }
 
-void store(IDataObject &data, const ScheduleSpec &spec, int periodCode, int formSrId,
+void store(IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId,
            const QList<QStringList> &rows)
 {
-    TransactionGuard::apply(data, statements(data, spec, periodCode, formSrId, rows));
+    TransactionGuard::apply(data, statements(data, layout, periodCode, formSrId, rows));
 }
 
 } // namespace ScheduleStore

@@ -19,12 +19,12 @@ RecordWindow::RecordWindow(RecordForm &logic, QString caption, QWidget *parent)
 void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption, const QHash<QString, QString> &captions)
 {
     QWidget *frame = panel->parentWidget();
-    struct Spec {
+    struct Button {
         const char *name;
         QString caption;
         void (RecordWindow::*slot)();
     };
-    const Spec editing[] = {
+    const Button editing[] = {
         {"cmdadd", QStringLiteral("&Add"), &RecordWindow::cmdaddClicked},
         {"cmdmodify", QStringLiteral("&Modify"), &RecordWindow::cmdmodifyClicked},
         {"cmdupdate", QStringLiteral("&Save"), &RecordWindow::cmdupdateClicked},
@@ -36,7 +36,7 @@ void RecordWindow::addButtons(QBoxLayout *panel, const QString &printCaption, co
     };
     auto *row = new QHBoxLayout;
     row->addStretch(1);
-    for (const Spec &s : editing) {
+    for (const Button &s : editing) {
         QPushButton *b = FormLayout::button(frame, s.name, captions.value(QLatin1String(s.name), s.caption));
         connect(b, &QPushButton::clicked, this, s.slot);
         m_buttons.insert(QLatin1String(s.name), b);

@@ -9,14 +9,14 @@
 #include <QLabel>
 #include <QPushButton>
 
-ScheduleFrame::ScheduleFrame(const ScheduleSpec &spec, const QList<QStringList> &rows,
+ScheduleFrame::ScheduleFrame(const ScheduleLayout &schedule, const QList<QStringList> &rows,
                              std::function<bool(const QList<QStringList> &)> store, QWidget *parent)
     : FormWindow(parent), m_store(std::move(store))
 {
     setObjectName(QStringLiteral("famsch"));
-    setWindowTitle(spec.title);
+    setWindowTitle(schedule.title);
     auto *layout = new QVBoxLayout(this);
-    auto *caption = new QLabel(spec.title, this);
+    auto *caption = new QLabel(schedule.title, this);
     caption->setObjectName(QStringLiteral("lblcap"));
     QFont bold = caption->font();
     bold.setBold(true);
@@ -25,7 +25,7 @@ ScheduleFrame::ScheduleFrame(const ScheduleSpec &spec, const QList<QStringList> 
     m_grid = new ScheduleGrid(this);
     m_grid->setFieldBehaviour(fieldBehaviour());
     m_grid->setDataObject(modbase::dataObject());
-    m_grid->setSchedule(spec);
+    m_grid->setSchedule(schedule);
     m_grid->setRows(rows);
     layout->addWidget(m_grid, 1);
     auto *row = new QHBoxLayout;

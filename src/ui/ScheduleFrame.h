@@ -2,7 +2,7 @@
 // One schedule of a record over its form: the grid vsf with its title lblcap and the
 // buttons cmdaddrow, cmddelrow and cmdbackSch. Leaving it (Back or Escape) stores the
 // grid; nothing is asked.
-#include "shared/ScheduleSpec.h"
+#include "shared/ScheduleLayout.h"
 #include "ui/FormWindow.h"
 
 class ScheduleGrid;
@@ -12,7 +12,7 @@ class ScheduleFrame : public FormWindow
     Q_OBJECT
 public:
     // store: writes the grid's rows; false (and the reason said) keeps the frame open.
-    ScheduleFrame(const ScheduleSpec &spec, const QList<QStringList> &rows,
+    ScheduleFrame(const ScheduleLayout &schedule, const QList<QStringList> &rows,
                   std::function<bool(const QList<QStringList> &)> store, QWidget *parent);
 
     ScheduleGrid *grid() const { return m_grid; }

@@ -117,14 +117,14 @@ QString ScheduleGrid::serialHeading()
     return QStringLiteral("Sl. No.");
 }
 
-void ScheduleGrid::setSchedule(const ScheduleSpec &spec)
+void ScheduleGrid::setSchedule(const ScheduleLayout &layout)
 {
-    m_spec = spec;
+    m_layout = layout;
     clear();
     setRowCount(0);
-    setColumnCount(1 + int(spec.columns.size()));
+    setColumnCount(1 + int(layout.columns.size()));
     QStringList headings{serialHeading()};
-    for (const ScheduleColumn &column : spec.columns)
+    for (const ScheduleColumn &column : layout.columns)
         headings << column.heading;
     setHorizontalHeaderLabels(headings);
     fitColumns();
@@ -142,7 +142,7 @@ void ScheduleGrid::fitColumns()
     };
     int height = fm.height() + kPadding / 2;
     for (int c = 0; c < columnCount(); ++c) {
-        const QString heading = c == kSerialColumn ? serialHeading() : m_spec.columns[c - 1].heading;
+        const QString heading = c == kSerialColumn ? serialHeading() : m_layout.columns[c - 1].heading;
         // Short headings on one line; long ones wrap at a width a value still fits in.
         const int whole = fm.horizontalAdvance(heading) + kPadding;
         const int wrapped = qMax(wordWidth(heading) + kPadding, fm.horizontalAdvance(QLatin1Char('0')) * 14);
@@ -163,7 +163,7 @@ QTableWidgetItem *ScheduleGrid::makeItem(int column, const QString &text) const
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
         item->setTextAlignment(Qt::AlignCenter);
     } else {
-        item->setTextAlignment(alignmentOf(m_spec.columns[column - 1].align));
+        item->setTextAlignment(alignmentOf(m_layout.columns[column - 1].align));
     }
     return item;
 }
@@ -235,15 +235,15 @@ void ScheduleGrid::setFieldBehaviour(FieldBehaviour *behaviour)
 
 QString ScheduleGrid::normalised(int column, const QString &text) const
 {
-    if (column < 1 || column > m_spec.columns.size())
+    if (column < 1 || column > m_layout.columns.size())
         return text;
-    const ScheduleColumn &spec = m_spec.columns[column - 1];
-    switch (spec.kind) {
+    const ScheduleColumn &layout = m_layout.columns[column - 1];
+    switch (layout.kind) {
     case ScheduleColumn::Kind::Number:
         if (FieldRules::leadingNumber(text) == 0)
             return QStringLiteral("Nil");
         // A range such as "101-200" is kept as typed; only amounts take the money format.
-        return spec.isAmount() ? FieldRules::plainAmount(text) : text;
+        return layout.isAmount() ? FieldRules::plainAmount(text) : text;
     case ScheduleColumn::Kind::Date:
         return m_data ? m_data->convertdate(text) : text;
     case ScheduleColumn::Kind::Text:

@@ -2,7 +2,7 @@
 // The detail rows of one schedule of a form: a fixed "Sl. No." column, then the data
 // columns of the schedule. Enter moves on like Tab and leaves the grid after the last cell;
 // a finished cell is normalised ("Nil", "###0.00", dates) the way the form stores it.
-#include "shared/ScheduleSpec.h"
+#include "shared/ScheduleLayout.h"
 
 #include <QPointer>
 #include <QTableWidget>
@@ -19,8 +19,8 @@ public:
     static QString serialHeading();   // "Sl. No."
 
     // Sets the grid up afresh for the schedule, with no rows.
-    void setSchedule(const ScheduleSpec &spec);
-    const ScheduleSpec &spec() const { return m_spec; }
+    void setSchedule(const ScheduleLayout &layout);
+    const ScheduleLayout &scheduleLayout() const { return m_layout; }
 
     // Rows hold the data columns only; the serial column is the grid's own.
     void setRows(const QList<QStringList> &rows);
@@ -56,7 +56,7 @@ private:
     void renumber();
     void fitColumns();
 
-    ScheduleSpec m_spec;
+    ScheduleLayout m_layout;
     QPointer<FieldBehaviour> m_behaviour;
     const IDataObject *m_data = nullptr;
 };

@@ -18,11 +18,11 @@ class TestScheduleStore : public QObject
     static constexpr int kPeriod = 7;
     static constexpr int kForm = 3;
 
-    static ScheduleSpec schedule(const QString &table = QStringLiteral("TbSchedTest"))
+    static ScheduleLayout schedule(const QString &table = QStringLiteral("TbSchedTest"))
     {
         using A = ScheduleColumn::Align;
         using K = ScheduleColumn::Kind;
-        return ScheduleSpec{.title = QStringLiteral("SCHEDULE I"), .table = table, .columns = {
+        return ScheduleLayout{.title = QStringLiteral("SCHEDULE I"), .table = table, .columns = {
             {.heading = QStringLiteral("Name"), .align = A::Left, .kind = K::Text},
             {.heading = QStringLiteral("Date of payment"), .align = A::Centre, .kind = K::Date},
             {.heading = QStringLiteral("Amount"), .align = A::Right, .kind = K::Number, .format = QStringLiteral("###0.00")},

@@ -23,11 +23,11 @@ class TestScheduleGrid : public QObject
     ScheduleGrid *m_grid = nullptr;
     QLineEdit *m_after = nullptr;
 
-    static ScheduleSpec spec()
+    static ScheduleLayout sample()
     {
         using A = ScheduleColumn::Align;
         using K = ScheduleColumn::Kind;
-        return ScheduleSpec{
+        return ScheduleLayout{
             .columns = {
                 {.heading = QStringLiteral("Name and address of the person to whom paid"), .align = A::Left, .kind = K::Text},
                 {.heading = QStringLiteral("Date of payment"), .align = A::Centre, .kind = K::Date},
@@ -61,7 +61,7 @@ private slots:
         layout->addWidget(m_grid);
         m_after = new QLineEdit;
         layout->addWidget(m_after);
-        m_grid->setSchedule(spec());
+        m_grid->setSchedule(sample());
         m_grid->setFieldBehaviour(m_window->fieldBehaviour());
         m_grid->setDataObject(&m_data);
         m_window->show();

@@ -17,7 +17,7 @@ struct ScheduleColumn
     bool isAmount() const { return format == QLatin1String("###0.00"); }
 };
 
-struct ScheduleSpec
+struct ScheduleLayout
 {
     QString title = {};               // "SCHEDULE I"
     QString table = {};               // "Tb15gT1"
