@@ -129,11 +129,11 @@ void DeclarationWindow::cmdincschClicked(int k)
         QString why;
         const bool loaded = modbase::errorTrap(m_form.module(), QStringLiteral("cmdincsch_Click"), [&] {
             rows = ScheduleStore::load(modbase::data(), layout, m_form.periodCode(), serial);
-        });
+        }, &why);
         if (!loaded) {
             dialogs()->inform(QStringLiteral("The rows of %1 could not be read; nothing is shown so that nothing is "
-                                             "saved over them.")
-                                  .arg(layout.title),
+                                             "saved over them.\n\n%2")
+                                  .arg(layout.title, why),
                               QString(), Dialogs::Icon::Critical);
             return;
         }
@@ -142,13 +142,8 @@ void DeclarationWindow::cmdincschClicked(int k)
         ScheduleFrame frame(layout, rows, [this, layout, period, serial, module](const QList<QStringList> &grid) {
             QString error;
             const bool stored = modbase::errorTrap(module, QStringLiteral("cmdbackSch_Click"), [&] {
-                try {
-                    ScheduleStore::store(modbase::data(), layout, period, serial, grid);
-                } catch (const std::exception &e) {
-                    error = QString::fromUtf8(e.what());
-                    throw;
-                }
-            });
+                ScheduleStore::store(modbase::data(), layout, period, serial, grid);
+            }, &error);
             if (!stored)
                 dialogs()->inform(QStringLiteral("%1 could not be saved; its rows stay on screen.\n\n%2").arg(layout.title, error),
                                   QString(), Dialogs::Icon::Critical);

@@ -20,18 +20,12 @@ bool FormLogic::load()
     const bool ok = modbase::errorTrap(module(), QStringLiteral("Form_Load"), [&] {
         IDataObject &d = modbase::data();
         m_periodCode = modbase::GETPERIODCODEOTH();
-        if (m_periodCode <= 0) {
-            why = d.lastError().isEmpty() ? QStringLiteral("The period code of the deductor and year could not be read.")
-                                          : d.lastError();
-            throw TdsError(5, why);
-        }
-        try {
-            readRows(d);
-        } catch (const TdsError &e) {
-            why = e.description();
-            throw;
-        }
-    });
+        if (m_periodCode <= 0)
+            throw TdsError(5, d.lastError().isEmpty()
+                                  ? QStringLiteral("The period code of the deductor and year could not be read.")
+                                  : d.lastError());
+        readRows(d);
+    }, &why);
     if (!ok) {
         clear();
         m_loadFailed = true;
@@ -40,24 +34,25 @@ bool FormLogic::load()
     return ok;
 }
 
+bool FormLogic::refusedAfterFailedLoad()
+{
+    m_saveError = m_loadFailed ? QStringLiteral("This form's stored data could not be read, so nothing is saved from it. "
+                                                "Close the form and open it again.")
+                               : QString();
+    return m_loadFailed;
+}
+
 bool FormLogic::save()
 {
-    m_saveError.clear();
-    if (m_loadFailed) {
-        m_saveError = QStringLiteral("This form's stored data could not be read, so nothing is saved from it. "
-                                     "Close the form and open it again.");
+    if (refusedAfterFailedLoad())
         return false;
-    }
     QString why;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
         IDataObject &d = modbase::data();
         TransactionGuard guard(d);
         guard.run(saveStatements(d));
-        if (!guard.commit()) {
-            why = guard.error();
-            guard.commitOrThrow();
-        }
-    });
+        guard.commitOrThrow();
+    }, &why);
     if (!ok)
         m_saveError = QStringLiteral("The form could not be saved; the stored rows are unchanged.\n\n")
                       + (why.isEmpty() ? QStringLiteral("See the error log.") : why);

@@ -46,6 +46,8 @@ protected:
     // Opens a recordset or throws the server's message.
     static void query(IDataObject &data, Recordset &rs, const QString &sql);
     void setSaveError(const QString &why) { m_saveError = why; }
+    // Clears the last save error; true (and saveError() says why) when the load had failed.
+    bool refusedAfterFailedLoad();
 
     int m_periodCode = 0;
 

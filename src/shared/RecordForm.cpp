@@ -222,12 +222,10 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
             // Another desk saved the same serial first: take the next one.
             if (allocate && guard.errorNumber() == DuplicateKey)
                 continue;
-            why = guard.error();
             guard.commitOrThrow();
         }
-        why = QStringLiteral("No free serial number could be found; try again.");
-        throw TdsError(5, why);
-    });
+        throw TdsError(5, QStringLiteral("No free serial number could be found; try again."));
+    }, &why);
     if (!ok) {
         if (allocate)
             m_serial = 0;
@@ -239,13 +237,7 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
 
 bool RecordForm::saveRecord()
 {
-    setSaveError(QString());
-    if (loadFailed()) {
-        setSaveError(QStringLiteral("This form's stored data could not be read, so nothing is saved from it. "
-                                    "Close the form and open it again."));
-        return false;
-    }
-    if (!m_editing)
+    if (refusedAfterFailedLoad() || !m_editing)
         return false;
     if (!writeRecord(0))
         return false;
@@ -270,11 +262,8 @@ bool RecordForm::deleteRecord()
         TransactionGuard guard(*d);
         guard.run(deleteDetailStatements(gone));
         guard.run(m_statements.deleteRow + periodText() + m_statements.deleteSerial + QString::number(gone));
-        if (!guard.commit()) {
-            why = guard.error();
-            guard.commitOrThrow();
-        }
-    });
+        guard.commitOrThrow();
+    }, &why);
     if (!ok) {
         setSaveError(QStringLiteral("The %1 could not be deleted.\n\n").arg(m_recordName.toLower()) + why);
         return false;

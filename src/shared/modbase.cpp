@@ -233,7 +233,7 @@ void LogError()
     ErrorLog::append(folder, e.number, e.description, e.source, location());
 }
 
-bool errorTrap(const QString &module, const QString &procedure, const std::function<void()> &body)
+bool errorTrap(const QString &module, const QString &procedure, const std::function<void()> &body, QString *why)
 {
     ErrorInfo caught;
     try {
@@ -246,6 +246,8 @@ bool errorTrap(const QString &module, const QString &procedure, const std::funct
     } catch (...) {
         caught = {5, QStringLiteral("Unexpected failure"), QStringLiteral("TDSForms")};
     }
+    if (why)
+        *why = caught.description;
     Err() = caught;
     setErrLocation(module, procedure);
     LogError();

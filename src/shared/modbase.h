@@ -61,7 +61,9 @@ void LogError();
 
 // Runs a handler under the error trap: any failure sets the location (module, tab,
 // procedure), is logged, and is swallowed. Returns false when the handler failed.
-bool errorTrap(const QString &module, const QString &procedure, const std::function<void()> &body);
+// why, when given, receives the failure's description.
+bool errorTrap(const QString &module, const QString &procedure, const std::function<void()> &body,
+               QString *why = nullptr);
 
 // Report row in the forms' argument order: the flag comes before the four border texts.
 void MULTISPCJS1(QVariantList &values, QList<qint16> &widths, QList<qint32> &alignments,
