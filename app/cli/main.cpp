@@ -2,6 +2,7 @@
 #include "CliContext.h"
 #include "JsonCommands.h"
 #include "PrintCommand.h"
+#include "SectionsCommand.h"
 
 #include "entry/FormRegistry.h"
 #include "entry/Forms.h"
@@ -33,7 +34,10 @@ const char *const kUsage =
     "  print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
     "                               print a stored form\n"
     "  json FILE                    parse JSON (FILE - reads standard input)\n"
-    "  script FILE [--answer TEXT]...  evaluate a JSON dialog script\n";
+    "  script FILE [--answer TEXT]...  evaluate a JSON dialog script\n"
+    "  sections --year YYYY-YY [--get-li KEY | --get-code KEY]\n"
+    "                               the challan's section list of a year, key|code|text\n"
+    "                               a line, or one look-up in it\n";
 
 // The print keys come from the form registry.
 QString usage()
@@ -221,6 +225,8 @@ int main(int argc, char **argv)
         rc = cmdJson(args);
     else if (command == QLatin1String("script"))
         rc = cmdScript(args);
+    else if (command == QLatin1String("sections"))
+        rc = cmdSections(args);
     else
         rc = usageError(QStringLiteral("unknown command ") + command);
     cli::out().flush();

@@ -1,0 +1,234 @@
+#include "TestRegistry.h"
+
+#include "challan/SectionCombo.h"
+#include "challan/SectionList.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace SectionList;
+
+class TestSectionList : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_withFile;    // ExePath whose Data/ holds a small section file
+    QTemporaryDir m_withoutFile; // ExePath without one
+
+    static QStringList keys(const QList<SectionEntry> &list)
+    {
+        QStringList k;
+        for (const SectionEntry &e : list)
+            k << e.key;
+        return k;
+    }
+
+    bool writeSectionFile(const QString &exePath, const QByteArray &content)
+    {
+        QDir().mkpath(exePath + QStringLiteral("/Data"));
+        QFile f(sectionFile(exePath));
+        return f.open(QIODevice::WriteOnly) && f.write(content) == content.size();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_withFile.isValid() && m_withoutFile.isValid());
+        // Lenient JSON on purpose: the parser takes comments and a trailing comma.
+        QVERIFY(writeSectionFile(m_withFile.path(), R"({"data": [
+            {"sec_cd": "1001", "sec_old": "192", "sec_desc": "Salary", "natr_pymnt_desc": "Paid to staff"},
+            // a number where a text is expected still reads as its digits
+            {"sec_cd": 1039, "sec_old": "194E", "sec_desc": "Sportsmen", "natr_pymnt_desc": "Non-resident"},
+        ]})"));
+    }
+
+    void builtInListFollowsTheYear_data()
+    {
+        QTest::addColumn<QString>("asYear");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QStringList>("present");
+        QTest::addColumn<QStringList>("absent");
+        QTest::addColumn<QString>("lastKey");
+        const QStringList luxury{"71", "72", "73", "74", "75", "76", "77", "78", "79", "80"};
+        const QStringList dropped{"25", "53"};
+        QTest::newRow("2024") << "2024-25" << 68 << dropped << luxury << "51";
+        QTest::newRow("2025") << "2025-26" << 68 << dropped << luxury << "51";
+        QTest::newRow("2026") << "2026-27" << 76 << luxury << dropped << "80";
+        QTest::newRow("no year") << "" << 68 << dropped << luxury << "51";
+    }
+
+    void builtInListFollowsTheYear()
+    {
+        QFETCH(QString, asYear);
+        QFETCH(int, count);
+        QFETCH(QStringList, present);
+        QFETCH(QStringList, absent);
+        QFETCH(QString, lastKey);
+        const QStringList k = keys(entries(asYear, m_withoutFile.path()));
+        QCOMPARE(k.size(), count);
+        QCOMPARE(k.mid(0, 4), (QStringList{"0", "1", "39", "2"}));
+        QCOMPARE(k.last(), lastKey);
+        for (const QString &key : present)
+            QVERIFY2(k.contains(key), qPrintable(key));
+        for (const QString &key : absent)
+            QVERIFY2(!k.contains(key), qPrintable(key));
+    }
+
+    void textsAsShown_data()
+    {
+        QTest::addColumn<QString>("asYear");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("two blanks before except")
+            << "2025-26" << "48"
+            << "194NF - Payment of certain amounts in cash to non-filers  except in case of co-operative societies";
+        QTest::newRow("timber before 2026") << "2025-26" << "23" << "206C - B. Timber obtained under forest lease";
+        QTest::newRow("timber from 2026") << "2026-27" << "23" << "206C - B. Timber or any other forest produce";
+        QTest::newRow("other timber before 2026")
+            << "2025-26" << "24" << "206C - C. Timber obtained other than forest lease";
+        QTest::newRow("file text") << "2027-28" << "1001" << "1001 : [192] - Salary-Paid to staff";
+    }
+
+    void textsAsShown()
+    {
+        QFETCH(QString, asYear);
+        QFETCH(QString, key);
+        QFETCH(QString, text);
+        const QList<SectionEntry> list = entries(asYear, m_withFile.path());
+        const int at = getLi(listText(asYear, m_withFile.path()), key).toInt();
+        QCOMPARE(list.at(at).text, text);
+    }
+
+    void lookups_data()
+    {
+        QTest::addColumn<QString>("asYear");
+        QTest::addColumn<bool>("withFile");
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("51 at its first place") << "2025-26" << false << "GETLI" << "51" << "36";
+        QTest::newRow("first entry") << "2025-26" << false << "GETLI" << "0" << "0";
+        QTest::newRow("code of 51") << "2025-26" << false << "GETCODE" << "51" << "94O";
+        QTest::newRow("gap key, position") << "2025-26" << false << "GETLI" << "57" << "";
+        QTest::newRow("gap key, code") << "2025-26" << false << "GETCODE" << "57" << "";
+        QTest::newRow("text compare, no leading zero") << "2025-26" << false << "GETLI" << "05" << "";
+        QTest::newRow("a code is not a key") << "2025-26" << false << "GETLI" << "94C" << "";
+        QTest::newRow("later row, 2025") << "2025-26" << false << "GETLI" << "80" << "";
+        QTest::newRow("later row, 2026") << "2026-27" << false << "GETLI" << "80" << "75";
+        QTest::newRow("shifted by the dropped rows") << "2026-27" << false << "GETLI" << "69" << "64";
+        QTest::newRow("four-letter code") << "2026-27" << false << "GETCODE" << "71" << "6CMA";
+        QTest::newRow("no file") << "2027-28" << false << "GETCODE" << "1001" << "";
+        QTest::newRow("file, position") << "2027-28" << true << "GETLI" << "1039" << "1";
+        QTest::newRow("file, code") << "2028-29" << true << "GETCODE" << "1039" << "194E";
+        QTest::newRow("file, built-in key") << "2027-28" << true << "GETCODE" << "7" << "";
+        QTest::newRow("fill without a combo") << "2025-26" << false << "FILLCBO" << "" << "";
+        QTest::newRow("action in small letters") << "2025-26" << false << "getli" << "0" << "";
+    }
+
+    void lookups()
+    {
+        QFETCH(QString, asYear);
+        QFETCH(bool, withFile);
+        QFETCH(QString, action);
+        QFETCH(QString, key);
+        QFETCH(QString, result);
+        const QString home = withFile ? m_withFile.path() : m_withoutFile.path();
+        QCOMPARE(sectionList(action, key, asYear, home), result);
+    }
+
+    void sectionFileShapes_data()
+    {
+        QTest::addColumn<QByteArray>("content");   // null: no file
+        QTest::addColumn<int>("count");
+        QTest::newRow("missing") << QByteArray() << 0;
+        QTest::newRow("not JSON") << QByteArray("sec_cd=1001") << 0;
+        QTest::newRow("no data member") << QByteArray(R"({"rows": [{"sec_cd": "1001"}]})") << 0;
+        QTest::newRow("data not an array") << QByteArray(R"({"data": {"sec_cd": "1001"}})") << 0;
+        QTest::newRow("non-object members skipped")
+            << QByteArray(R"({"data": ["x", {"sec_cd": "1002", "sec_old": "192"}]})") << 1;
+    }
+
+    void sectionFileShapes()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(int, count);
+        QTemporaryDir home;
+        if (!content.isNull())
+            QVERIFY(writeSectionFile(home.path(), content));
+        QCOMPARE(entries(QStringLiteral("2027-28"), home.path()).size(), count);
+    }
+
+    void pickerRowsCarryTheFileMembers()
+    {
+        const QList<QStringList> rows = pickerRows(readSectionFile(sectionFile(m_withFile.path())));
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows.at(1), (QStringList{"1", "Future Use for Tick", "1039", "194E", "Sportsmen", "Non-resident"}));
+    }
+
+    void shippedFileHasEveryPaymentCode()
+    {
+        const QList<FileSection> shipped = readSectionFile(QStringLiteral(":/data/seed/TDS_Section_2027.json"));
+        QCOMPARE(shipped.size(), 92);
+        for (int i = 0; i < shipped.size(); ++i) {
+            const FileSection &s = shipped.at(i);
+            QCOMPARE(s.secCd, QString::number(1001 + i));
+            QVERIFY2(!s.secOld.isEmpty() && !s.secDesc.isEmpty() && !s.natrPymntDesc.isEmpty(), qPrintable(s.secCd));
+            // The non-resident codes are the ones the file files under payments to non-residents.
+            const bool toNonResident = s.secDesc.contains(QLatin1String("non-resident"));
+            QCOMPARE(toNonResident, s.secCd.toInt() >= 1039 && s.secCd.toInt() <= 1058);
+        }
+    }
+
+    void residentialStatus_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<bool>("nonResident");
+        QTest::addColumn<QString>("refusal");
+        const QString forNr = QStringLiteral(". This is applicable for Non-Resident.");
+        const QString forR = QStringLiteral(". This is applicable for Resident.");
+        QTest::newRow("resident 1038") << "1038" << false << "";
+        QTest::newRow("resident 1039") << "1039" << false << "Invalid Section Code : 1039" + forNr;
+        QTest::newRow("resident 1058") << "1058" << false << "Invalid Section Code : 1058" + forNr;
+        QTest::newRow("resident 1059") << "1059" << false << "";
+        QTest::newRow("resident 1092") << "1092" << false << "";
+        QTest::newRow("non-resident 1003") << "1003" << true << "Invalid Section Code : 1003" + forR;
+        QTest::newRow("non-resident 1004") << "1004" << true << "";
+        QTest::newRow("non-resident 1005") << "1005" << true << "Invalid Section Code : 1005" + forR;
+        QTest::newRow("non-resident 1038") << "1038" << true << "Invalid Section Code : 1038" + forR;
+        QTest::newRow("non-resident 1039") << "1039" << true << "";
+        QTest::newRow("non-resident 1058") << "1058" << true << "";
+        QTest::newRow("non-resident 1059") << "1059" << true << "Invalid Section Code : 1059" + forR;
+        QTest::newRow("non-resident 1060") << "1060" << true << "";
+        QTest::newRow("non-resident 1061") << "1061" << true << "Invalid Section Code : 1061" + forR;
+        QTest::newRow("non-resident 1062") << "1062" << true << "";
+        QTest::newRow("non-resident 1092") << "1092" << true << "";
+        QTest::newRow("non-resident 1093") << "1093" << true << "Invalid Section Code : 1093" + forR;
+    }
+
+    void residentialStatus()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, nonResident);
+        QFETCH(QString, refusal);
+        QCOMPARE(residentialRefusal(key, nonResident), refusal);
+    }
+
+    void comboTakesTextsWithNumericKeys()
+    {
+        QComboBox combo;
+        combo.addItem(QStringLiteral("left over"));
+        SectionCombo::fillCombo(&combo, QStringLiteral("2026-27"), m_withoutFile.path());
+        QCOMPARE(combo.count(), 76);
+        QCOMPARE(combo.itemText(2), QStringLiteral("192A - Payment of taxable accumulated balance of provident fund due to an employee"));
+        QCOMPARE(combo.itemData(2), QVariant(39));
+        SectionCombo::fillCombo(&combo, QStringLiteral("2027-28"), m_withFile.path());
+        QCOMPARE(combo.count(), 2);
+        QCOMPARE(combo.itemData(1), QVariant(1039));
+    }
+};
+
+TDS_TEST(TestSectionList)
+#include "TestSectionList.moc"
