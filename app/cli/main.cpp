@@ -3,6 +3,7 @@
 #include "JsonCommands.h"
 #include "PrintCommand.h"
 #include "SectionsCommand.h"
+#include "TransferCommands.h"
 
 #include "entry/FormRegistry.h"
 #include "entry/Forms.h"
@@ -32,7 +33,13 @@ const char *const kUsage =
     "                               allocated when missing\n"
     "  words AMOUNT                 an amount in words\n"
     "  print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
-    "                               print a stored form\n"
+    "                               print a stored form; for 15g|15h add --serial N\n"
+    "                               and write --rtf FILE or --pdf FILE\n"
+    "  import 15g|15h --deductor CODE --year YYYY-YY FILE\n"
+    "                               store the records of a JSON array (FILE - reads\n"
+    "                               standard input); prints the serials stored\n"
+    "  export 15g|15h --deductor CODE --year YYYY-YY [--serial N]\n"
+    "                               the stored records as a JSON array\n"
     "  json FILE                    parse JSON (FILE - reads standard input)\n"
     "  script FILE [--answer TEXT]...  evaluate a JSON dialog script\n"
     "  sections --year YYYY-YY [--get-li KEY | --get-code KEY]\n"
@@ -221,6 +228,10 @@ int main(int argc, char **argv)
         rc = cmdWords(args);
     else if (command == QLatin1String("print"))
         rc = cmdPrint(args);
+    else if (command == QLatin1String("import"))
+        rc = cmdImport(args);
+    else if (command == QLatin1String("export"))
+        rc = cmdExport(args);
     else if (command == QLatin1String("json"))
         rc = cmdJson(args);
     else if (command == QLatin1String("script"))

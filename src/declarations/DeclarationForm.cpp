@@ -81,20 +81,52 @@ void DeclarationForm::copyDetails(IDataObject &data, TransactionGuard &guard, in
     }
 }
 
+QStringList DeclarationForm::saveStatements(IDataObject &data)
+{
+    QStringList out = RecordForm::saveStatements(data);
+    if (m_storedSchedules) {
+        for (int k = 0; k < 5; ++k)
+            out << ScheduleStore::statements(data, DeclarationSlots::schedule(m_15h, k), m_periodCode, currentSerial(),
+                                             m_storedSchedules->value(k));
+    }
+    return out;
+}
+
+int DeclarationForm::storeDeclaration(int serial, const QStringList &values, const QList<QList<QStringList>> &schedules)
+{
+    m_storedSchedules = schedules;
+    const int stored = storeRecord(serial, values);
+    m_storedSchedules.reset();
+    return stored;
+}
+
+QList<QList<QStringList>> DeclarationForm::schedules(int serial) const
+{
+    QList<QList<QStringList>> out;
+    for (int k = 0; k < 5; ++k)
+        out << ScheduleStore::load(modbase::data(), DeclarationSlots::schedule(m_15h, k), m_periodCode, serial);
+    return out;
+}
+
+DeclarationPrint::Declaration DeclarationForm::printData() const
+{
+    DeclarationPrint::Declaration d;
+    d.form15H = m_15h;
+    d.declarant = values().mid(0, m_declarantCount);
+    d.payer = values().mid(m_declarantCount);
+    for (int k = 0; k < 5; ++k)
+        d.schedules << (scheduleTicked(k) ? ScheduleStore::load(modbase::data(), DeclarationSlots::schedule(m_15h, k),
+                                                                m_periodCode, currentSerial())
+                                          : QList<QStringList>());
+    return d;
+}
+
 void DeclarationForm::print()
 {
     if (isEmpty() || editing())
         return;
     modbase::errorTrap(module(), QStringLiteral("cmdshowrep_Click"), [this] {
-        IDataObject &data = modbase::data();
-        DeclarationPrint::Declaration d;
-        d.form15H = m_15h;
-        d.declarant = values().mid(0, m_declarantCount);
-        d.payer = values().mid(m_declarantCount);
-        for (int k = 0; k < 5; ++k)
-            d.schedules << (scheduleTicked(k) ? ScheduleStore::load(data, DeclarationSlots::schedule(m_15h, k), m_periodCode,
-                                                                    currentSerial())
-                                              : QList<QStringList>());
+        const DeclarationPrint::Declaration d = printData();
         if (dialogs())
             DeclarationPrint::print(module(), d, *dialogs());
     });

@@ -1,7 +1,10 @@
 #pragma once
 // Forms 15G and 15H: any number of declarations per deductor-year, each a row of the
 // declarant's and the payer's slots plus five schedules of the income it covers.
+#include "declarations/DeclarationPrint.h"
 #include "shared/RecordForm.h"
+
+#include <optional>
 
 class DeclarationForm : public RecordForm
 {
@@ -19,8 +22,18 @@ public:
     void buildReport() override {}
     void print() override;
 
+    // An import: the declaration and its five schedules (rows of data cells, already
+    // checked) stored in one transaction; a serial of 0 takes the next free one. The serial
+    // stored, or 0 with saveError().
+    int storeDeclaration(int serial, const QStringList &values, const QList<QList<QStringList>> &schedules);
+    // The five schedules of a stored declaration, as loaded into the grid.
+    QList<QList<QStringList>> schedules(int serial) const;
+    // What the print needs: the current values, and the rows of the ticked schedules.
+    DeclarationPrint::Declaration printData() const;
+
 protected:
     void readRows(IDataObject &data) override;
+    QStringList saveStatements(IDataObject &data) override;
     QStringList newRecordValues() const override { return m_prefill; }
     QStringList deleteDetailStatements(int serial) const override;
     void copyDetails(IDataObject &data, TransactionGuard &guard, int fromSerial, int toSerial) override;
@@ -29,4 +42,5 @@ private:
     bool m_15h;
     int m_declarantCount;
     QStringList m_prefill;
+    std::optional<QList<QList<QStringList>>> m_storedSchedules;
 };

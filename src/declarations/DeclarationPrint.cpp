@@ -4,6 +4,8 @@
 #include "host/TextHelpers.h"
 #include "shared/modbase.h"
 
+#include <QFileInfo>
+
 #include <array>
 
 namespace DeclarationPrint {
@@ -276,16 +278,40 @@ TemplateFill fill(const Declaration &d, const QString &asYear, const QString &fo
     return fill;
 }
 
+namespace {
+// What the print takes from the data object's selection.
+struct Selection
+{
+    QString asYear, place, date, code;
+
+    Selection()
+    {
+        if (const IDataObject *data = modbase::dataObject()) {
+            asYear = data->AsYear();
+            place = data->formplace();
+            date = data->formdate();
+            code = data->codeno();
+        }
+    }
+};
+} // namespace
+
 bool print(const QString &module, const Declaration &d, Dialogs &dialogs)
 {
-    IDataObject *data = modbase::dataObject();
-    const QString asYear = data ? data->AsYear() : QString();
-    const QString place = data ? data->formplace() : QString();
-    const QString date = data ? data->formdate() : QString();
-    const QString code = data ? data->codeno() : QString();
+    const Selection s;
     // Without a data object TemplatePrint reports the missing object under the error trap.
     return TemplatePrint::print(module, templatePath(d.form15H), tempName(d.form15H),
-                                documentName(d.form15H, code, asYear), fill(d, asYear, place, date), dialogs);
+                                documentName(d.form15H, s.code, s.asYear), fill(d, s.asYear, s.place, s.date), dialogs);
+}
+
+void render(IReportObject &report, const Declaration &d)
+{
+    const Selection s;
+    const QString templateFile = modbase::data().ExePath() + templatePath(d.form15H);
+    if (!QFileInfo::exists(templateFile))
+        throw TdsError(53, QStringLiteral("Template File is missing."));
+    TemplatePrint::render(report, templateFile, documentName(d.form15H, s.code, s.asYear),
+                          fill(d, s.asYear, s.place, s.date));
 }
 
 } // namespace DeclarationPrint

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 class Dialogs;
+class IReportObject;
 
 namespace DeclarationPrint {
 
@@ -60,5 +61,9 @@ TemplateFill fill(const Declaration &d, const QString &asYear, const QString &fo
 // ShowFormInfo and the rest of TemplatePrint::print, with the data object's AsYear,
 // formplace, formdate and deductor code. True when the document was shown.
 bool print(const QString &module, const Declaration &d, Dialogs &dialogs);
+
+// The same fill into the report object without showing it (the command line saves or
+// exports it). Throws TdsError, "Template File is missing." among them.
+void render(IReportObject &report, const Declaration &d);
 
 } // namespace DeclarationPrint

@@ -1,5 +1,6 @@
 #include "entry/FormRegistry.h"
 
+#include "declarations/DeclarationTransfer.h"
 #include "declarations/DeclarationWindow.h"
 #include "forms/Form15CDLogic.h"
 #include "forms/Form15ILogic.h"
@@ -20,6 +21,12 @@ std::unique_ptr<FormLogic> logic()
     return std::make_unique<Logic>(args...);
 }
 
+template <class Transfer, auto... args>
+std::unique_ptr<RecordTransfer> transfer()
+{
+    return std::make_unique<Transfer>(args...);
+}
+
 const char *const declarations = "Declarations 15G / 15H";
 const char *const certificates = "Applications and declarations";
 const char *const challans = "Challans and e-payment";
@@ -33,9 +40,10 @@ const std::vector<FormDescriptor> &all()
 {
     static const std::vector<FormDescriptor> forms = {
         {1, "Form15H", "FORM15H", "Form 15H (first layout)", declarations, nullptr, nullptr, nullptr, {}},
-        {2, "Form15HNew", "FORM15HNew", "Form 15H", declarations, window<frm15hNew>, logic<DeclarationForm, true>, nullptr,
+        {2, "Form15HNew", "FORM15HNew", "Form 15H", declarations, window<frm15hNew>, logic<DeclarationForm, true>, "15h",
          {QStringLiteral("Tb15hM"), QStringLiteral("Tb15hT1"), QStringLiteral("Tb15hT2"), QStringLiteral("Tb15hT3"),
-          QStringLiteral("Tb15hT4"), QStringLiteral("Tb15hT5")}},
+          QStringLiteral("Tb15hT4"), QStringLiteral("Tb15hT5")},
+         transfer<DeclarationTransfer, true>},
         {3, "Form15HNew1", "Form15HNew1", "Form 15H (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
         {4, "Form15I", "FORM15I", "Form 15I", certificates, window<frm15i>, logic<Form15ILogic>, "15i",
          {QStringLiteral("Form15I")}},
@@ -47,9 +55,10 @@ const std::vector<FormDescriptor> &all()
         {9, "Form15D", "Form15D", "Form 15D", certificates, window<frm15d>,
          logic<Form15CDLogic, Form15CDLogic::Kind::D>, "15d", {QStringLiteral("Form15D")}},
         {10, "Form15G", "Form15G", "Form 15G (first layout)", declarations, nullptr, nullptr, nullptr, {}},
-        {11, "Form15GNew", "Form15GNew", "Form 15G", declarations, window<frm15gNew>, logic<DeclarationForm, false>, nullptr,
+        {11, "Form15GNew", "Form15GNew", "Form 15G", declarations, window<frm15gNew>, logic<DeclarationForm, false>, "15g",
          {QStringLiteral("Tb15gM"), QStringLiteral("Tb15gT1"), QStringLiteral("Tb15gT2"), QStringLiteral("Tb15gT3"),
-          QStringLiteral("Tb15gT4"), QStringLiteral("Tb15gT5")}},
+          QStringLiteral("Tb15gT4"), QStringLiteral("Tb15gT5")},
+         transfer<DeclarationTransfer, false>},
         {12, "Form15GNew1", "Form15GNew1", "Form 15G (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
         {13, "Form13New", "Form13New", "Form 13", certificates, nullptr, nullptr, nullptr, {}},
         {14, "Form13Old", "Form13OLD", "Form 13 (earlier layout)", certificates, nullptr, nullptr, nullptr, {}},

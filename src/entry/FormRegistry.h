@@ -8,6 +8,7 @@
 
 class FormLogic;
 class QDialog;
+class RecordTransfer;
 
 struct FormDescriptor
 {
@@ -20,6 +21,8 @@ struct FormDescriptor
     std::unique_ptr<FormLogic> (*logic)();   // the widget-free form; null: none yet
     const char *cliKey;          // "15c" for tdsforms-cli; null: not reachable there
     QStringList tables;          // the tables its rows live in
+    // Import, export and print of single records by the command line; null: none.
+    std::unique_ptr<RecordTransfer> (*transfer)() = nullptr;
 
     bool available() const { return window != nullptr; }
 };

@@ -87,4 +87,44 @@ Outcome leave(const Slot &slot, const QString &input, const IDataObject &data)
     return out;
 }
 
+Outcome imported(const Slot &slot, const QString &text, const IDataObject &data)
+{
+    Outcome out = leave(slot, typed(slot, text), data);
+    if (!out.ok || out.text.isEmpty())
+        return out;
+    if (slot.kind == FieldKind::Combo && !slot.stateList && !slot.items.contains(out.text)) {
+        out.ok = false;
+        out.message = QStringLiteral("\"%1\" is not one of: %2.").arg(out.text, slot.items.join(QStringLiteral(", ")));
+    } else if (slot.kind == FieldKind::Flags) {
+        bool digits = out.text.size() == slot.items.size();
+        for (const QChar c : out.text)
+            digits = digits && (c == QLatin1Char('0') || c == QLatin1Char('1'));
+        if (!digits) {
+            out.ok = false;
+            out.message = QStringLiteral("\"%1\" is not %2 digits 0 or 1, one for each of: %3.")
+                              .arg(out.text)
+                              .arg(slot.items.size())
+                              .arg(slot.items.join(QStringLiteral(", ")));
+        }
+    }
+    return out;
+}
+
+QString scheduleCell(const ScheduleColumn &column, const QString &text, const IDataObject *data)
+{
+    switch (column.kind) {
+    case ScheduleColumn::Kind::Number:
+        if (leadingNumber(text) == 0)
+            return QStringLiteral("Nil");
+        // A range such as "101-200" is kept as typed; only amounts take the money format.
+        return column.isAmount() ? plainAmount(text) : text;
+    case ScheduleColumn::Kind::Date:
+        return data ? data->convertdate(text) : text;
+    case ScheduleColumn::Kind::Text:
+        break;
+    }
+    // Letters come out in capitals, as the grid types them.
+    return text.toUpper();
+}
+
 } // namespace FieldRules

@@ -1,6 +1,7 @@
 #pragma once
 // What happens to a slot's text when the operator leaves it: the same rules for a window,
 // an import and a test, with no widget involved.
+#include "shared/ScheduleLayout.h"
 #include "shared/Slot.h"
 
 class IDataObject;
@@ -19,6 +20,16 @@ Outcome leave(const Slot &slot, const QString &text, const IDataObject &data);
 
 // Typed letters as the field shows them: capitals except where the kind keeps the case.
 QString typed(const Slot &slot, const QString &text);
+
+// A text arriving from a file instead of the keyboard: capitals as typed, then the leave
+// rules; a combo takes only one of its items (the state list is not checked here) and a
+// group of check boxes only its digits.
+Outcome imported(const Slot &slot, const QString &text, const IDataObject &data);
+
+// A finished schedule cell: a number column reading as 0 becomes "Nil", an amount takes
+// "###0.00", a date goes through convertdate (kept as typed without a data object), text
+// in capitals.
+QString scheduleCell(const ScheduleColumn &column, const QString &text, const IDataObject *data);
 
 // "###0.00": 1500 -> 1500.00, "abc" -> 0.00.
 QString plainAmount(const QString &text);

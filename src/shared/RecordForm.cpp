@@ -247,6 +247,16 @@ bool RecordForm::saveRecord()
     return true;
 }
 
+int RecordForm::storeRecord(int serial, const QStringList &values)
+{
+    setSaveError(QString());
+    if (refusedAfterFailedLoad())
+        return 0;
+    m_serial = serial;
+    setValues(values);
+    return writeRecord(0) ? m_serial : 0;
+}
+
 bool RecordForm::deleteRecord()
 {
     setSaveError(QString());

@@ -86,6 +86,11 @@ public:
     // The browse set again, positioned on the serial (or the nearest before it).
     bool requery(int serial);
 
+    // An import: the values stored under the serial (0: the next free one) in one
+    // transaction, as Save would store them, without re-reading the browse set. The serial
+    // stored, or 0 with saveError() saying why.
+    int storeRecord(int serial, const QStringList &values);
+
 protected:
     void clear() override;
     void readRows(IDataObject &data) override;

@@ -53,10 +53,14 @@ QStringList statements(const IDataObject &data, const ScheduleLayout &layout, in
     const QString s = QString::number(formSrId);
     QStringList out;
     out << QStringLiteral("Delete From ") + layout.table + keyCondition(periodCode, formSrId);
+    if (rows.isEmpty())
+        return out;
+    // All rows in one statement: a long schedule costs one round trip, not one per row.
+    QString sql = QStringLiteral("Insert Into ") + layout.table + QStringLiteral(" Values ");
     for (int r = 0; r < rows.size(); ++r) {
         // Srno follows the grid's order, whatever numbers the rows carried before.
-        QString sql = QStringLiteral("Insert Into ") + layout.table + QStringLiteral(" Values (") + p
-            + QLatin1Char(',') + s + QLatin1Char(',') + QString::number(r + 1);
+        sql += (r ? QStringLiteral(",(") : QStringLiteral("(")) + p + QLatin1Char(',') + s + QLatin1Char(',')
+            + QString::number(r + 1);
         const QStringList &row = rows[r];
         for (int c = 0; c < layout.columns.size(); ++c) {
             const QString text = c < row.size() ? row[c] : QString();
@@ -67,8 +71,8 @@ QStringList statements(const IDataObject &data, const ScheduleLayout &layout, in
                 sql += data.quoted(text);
         }
         sql += QLatin1Char(')');
-        out << sql;
     }
+    out << sql;
     return out;
 }
 

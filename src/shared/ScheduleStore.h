@@ -13,7 +13,7 @@ namespace ScheduleStore {
 // TdsError with the server's message: it must never look like an empty schedule.
 QList<QStringList> load(IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId);
 
-// The statements store() runs: the delete, then one insert per row numbered from 1.
+// The statements store() runs: the delete, then one insert of every row, numbered from 1.
 QStringList statements(const IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId,
                        const QList<QStringList> &rows);
 

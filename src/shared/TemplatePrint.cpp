@@ -96,6 +96,14 @@ void TemplateFill::apply(IReportObject &report) const
 
 namespace TemplatePrint {
 
+void render(IReportObject &report, const QString &templateFile, const QString &documentName, const TemplateFill &fill)
+{
+    if (!report.OpenMasterFileOnly(templateFile))
+        throw TdsError(75, QStringLiteral("Path/File access error (%1)").arg(templateFile));
+    report.setDocumentName(documentName);
+    fill.apply(report);
+}
+
 bool print(const QString &module, const QString &templatePath, const QString &tempName,
            const QString &documentName, const TemplateFill &fill, Dialogs &dialogs)
 {
@@ -127,10 +135,7 @@ bool print(const QString &module, const QString &templatePath, const QString &te
             ~RemoveAfter() { QFile::remove(path); }
         } removeAfter{output};
 
-        if (!report->OpenMasterFileOnly(templateFile))
-            throw TdsError(75, QStringLiteral("Path/File access error (%1)").arg(templateFile));
-        report->setDocumentName(documentName);
-        fill.apply(*report);
+        render(*report, templateFile, documentName, fill);
         if (QFileInfo::exists(output))
             QFile::remove(output);
         if (!report->SaveMasterFile(output))

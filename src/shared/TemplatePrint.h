@@ -45,6 +45,10 @@ private:
 
 namespace TemplatePrint {
 
+// The template opened in the report object, named documentName and filled, ready to be
+// saved or exported; nothing is shown. Throws TdsError when the file cannot be opened.
+void render(IReportObject &report, const QString &templateFile, const QString &documentName, const TemplateFill &fill);
+
 // The whole print of a template form, under the error trap (module, "cmdshowrep_Click"):
 // ShowFormInfo, and nothing more unless ModePrint > 1; "Template File is missing." when
 // ExePath + templatePath ("/Data/Form15G.rtf") is not there; else the template filled and

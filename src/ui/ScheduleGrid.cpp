@@ -237,19 +237,7 @@ QString ScheduleGrid::normalised(int column, const QString &text) const
 {
     if (column < 1 || column > m_layout.columns.size())
         return text;
-    const ScheduleColumn &layout = m_layout.columns[column - 1];
-    switch (layout.kind) {
-    case ScheduleColumn::Kind::Number:
-        if (FieldRules::leadingNumber(text) == 0)
-            return QStringLiteral("Nil");
-        // A range such as "101-200" is kept as typed; only amounts take the money format.
-        return layout.isAmount() ? FieldRules::plainAmount(text) : text;
-    case ScheduleColumn::Kind::Date:
-        return m_data ? m_data->convertdate(text) : text;
-    case ScheduleColumn::Kind::Text:
-        break;
-    }
-    return text;
+    return FieldRules::scheduleCell(m_layout.columns[column - 1], text, m_data);
 }
 
 QModelIndex ScheduleGrid::neighbour(const QModelIndex &index, bool next) const

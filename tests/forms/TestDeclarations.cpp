@@ -96,6 +96,24 @@ private slots:
         QVERIFY(rows(QStringLiteral("Select * From Tb15gT3")).isEmpty());
     }
 
+    // A replace that fails half-way (a cell too long for its column) leaves the stored
+    // declaration and its schedules as they were.
+    void failedReplaceKeepsThePrevious()
+    {
+        DeclarationForm f(true);
+        QVERIFY(f.load());
+        QStringList values(f.slotTable().size());
+        values[0] = QStringLiteral("KEPT");
+        const QList<QStringList> kept{{QStringLiteral("BOND"), QStringLiteral("2"), QStringLiteral("500.00"), {}, {}}};
+        QCOMPARE(f.storeDeclaration(0, values, {{}, kept, {}, {}, {}}), 1);
+        values[0] = QStringLiteral("LOST");
+        QCOMPARE(f.storeDeclaration(1, values, {{}, {{QString(300, QLatin1Char('X')), {}, {}, {}, {}}}, {}, {}, {}}), 0);
+        QVERIFY2(f.saveError().startsWith(QLatin1String("The declaration could not be saved; nothing was changed.")),
+                 qPrintable(f.saveError()));
+        QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name From Tb15hM")), QStringList{"1|KEPT"});
+        QCOMPARE(f.schedules(1).value(1), kept);
+    }
+
     void windowByKeys()
     {
         ScriptedDialogs dialogs;

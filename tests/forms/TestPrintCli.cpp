@@ -1,7 +1,7 @@
+#include "CliRun.h"
 #include "TestRegistry.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -12,24 +12,8 @@ class TestPrintCli : public QObject
 
     QTemporaryDir m_home;
 
-    struct Run {
-        int exitCode = -1;
-        QString out, err;
-    };
-    Run run(const QStringList &args)
-    {
-        QProcess p;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("TDSFORMS_HOME"), m_home.path());
-        env.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        p.setProcessEnvironment(env);
-        p.start(QStringLiteral(TDS_BIN_DIR "/tdsforms-cli"), args);
-        if (!p.waitForFinished(60000))
-            p.kill();
-        return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
+    using Run = CliRun;
+    Run run(const QStringList &args) { return runCli(m_home.path(), args); }
 
 private slots:
     void initTestCase()
@@ -77,8 +61,13 @@ private slots:
         const QStringList year{"--year", "2024-25"};
         QTest::newRow("unknown deductor") << QStringList{"print", "15c", "--deductor", "NOBODY", "--text"} + year
                                           << "unknown deductor NOBODY";
-        QTest::newRow("unknown form") << QStringList{"print", "15g", "--deductor", "DEMO01", "--text"} + year
-                                      << "unknown form 15g";
+        QTest::newRow("unknown form") << QStringList{"print", "15x", "--deductor", "DEMO01", "--text"} + year
+                                      << "unknown form 15x";
+        QTest::newRow("record form without serial")
+            << QStringList{"print", "15g", "--deductor", "DEMO01", "--pdf", "x.pdf"} + year << "give --serial N";
+        QTest::newRow("text of a record form")
+            << QStringList{"print", "15h", "--deductor", "DEMO01", "--serial", "1", "--text"} + year
+            << "exactly one of --rtf FILE and --pdf FILE";
         QTest::newRow("bad year") << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "2024", "--text"}
                                   << "not an assessment year";
         QTest::newRow("no output") << QStringList{"print", "15c", "--deductor", "DEMO01"} + year

@@ -1,0 +1,122 @@
+#include "declarations/DeclarationTransfer.h"
+
+#include "declarations/DeclarationPrint.h"
+#include "declarations/DeclarationSlots.h"
+#include "shared/FieldRules.h"
+#include "shared/JsonRecord.h"
+#include "shared/modbase.h"
+
+namespace {
+
+const QString kDeclarant = QStringLiteral("declarant");
+const QString kPayer = QStringLiteral("payer");
+const QString kSchedules = QStringLiteral("schedules");
+
+QString captionOf(const Slot &slot)
+{
+    return QString(slot.caption).remove(QLatin1Char('&')).trimmed();
+}
+
+// The rules of typing on one block of slots; false with the first refusal in *why.
+bool checkBlock(const QString &block, const SlotTable &table, int firstSlot, QStringList &texts, QString *why)
+{
+    const IDataObject &data = modbase::data();
+    for (int i = 0; i < texts.size(); ++i) {
+        const Slot &slot = table.at(firstSlot + i);
+        const FieldRules::Outcome outcome = FieldRules::imported(slot, texts[i], data);
+        if (!outcome.ok) {
+            *why = QStringLiteral("%1 slot %2 (\"%3\"): %4").arg(block).arg(i).arg(captionOf(slot), outcome.message);
+            return false;
+        }
+        texts[i] = outcome.text;
+    }
+    return true;
+}
+
+} // namespace
+
+DeclarationTransfer::DeclarationTransfer(bool form15H) : m_form(form15H) {}
+
+bool DeclarationTransfer::open(QString *why)
+{
+    if (m_form.load())
+        return true;
+    *why = m_form.loadError();
+    return false;
+}
+
+int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
+{
+    const bool h = m_form.is15H();
+    QList<int> columns;
+    for (int k = 0; k < 5; ++k)
+        columns << int(DeclarationSlots::schedule(h, k).columns.size());
+
+    JsonRecordReader reader(record);
+    const int serial = reader.serial();
+    QStringList declarant = reader.texts(kDeclarant, m_form.declarantCount());
+    QStringList payer = reader.texts(kPayer, int(DeclarationSlots::payer().size()));
+    QList<QList<QStringList>> schedules = reader.tables(kSchedules, columns);
+    if (!reader.finish()) {
+        *why = reader.error();
+        return 0;
+    }
+
+    const SlotTable &table = m_form.slotTable();
+    if (!checkBlock(kDeclarant, table, 0, declarant, why) || !checkBlock(kPayer, table, m_form.declarantCount(), payer, why))
+        return 0;
+    const IDataObject &data = modbase::data();
+    for (int k = 0; k < 5; ++k) {
+        const ScheduleLayout layout = DeclarationSlots::schedule(h, k);
+        for (QStringList &row : schedules[k]) {
+            for (int c = 0; c < row.size(); ++c)
+                row[c] = FieldRules::scheduleCell(layout.columns[c], row[c], &data);
+        }
+    }
+
+    const int stored = m_form.storeDeclaration(serial, declarant + payer, schedules);
+    if (!stored)
+        *why = m_form.saveError();
+    return stored;
+}
+
+QList<int> DeclarationTransfer::serials() const
+{
+    return m_form.serials();
+}
+
+bool DeclarationTransfer::show(int serial, QString *why)
+{
+    const int at = int(m_form.serials().indexOf(serial));
+    if (at < 0) {
+        *why = QStringLiteral("there is no declaration %1 for this deductor and year").arg(serial);
+        return false;
+    }
+    m_form.moveTo(at);
+    return true;
+}
+
+JsonValue DeclarationTransfer::exportRecord(int serial, QString *why)
+{
+    if (!show(serial, why))
+        return JsonValue();
+    QList<QList<QStringList>> schedules;
+    if (!modbase::errorTrap(m_form.module(), QStringLiteral("export"), [&] { schedules = m_form.schedules(serial); }, why))
+        return JsonValue();
+    const QStringList &values = m_form.values();
+    JsonValue out = JsonValue::newDictionary();
+    JsonDictionary *d = out.dictionary();
+    d->add(QStringLiteral("serial"), JsonValue(Decimal(serial)));
+    d->add(kDeclarant, JsonRecordReader::array(values.mid(0, m_form.declarantCount())));
+    d->add(kPayer, JsonRecordReader::array(values.mid(m_form.declarantCount())));
+    d->add(kSchedules, JsonRecordReader::array(schedules));
+    return out;
+}
+
+bool DeclarationTransfer::render(int serial, IReportObject &report, QString *why)
+{
+    if (!show(serial, why))
+        return false;
+    return modbase::errorTrap(m_form.module(), QStringLiteral("cmdshowrep_Click"),
+                              [&] { DeclarationPrint::render(report, m_form.printData()); }, why);
+}

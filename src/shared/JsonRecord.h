@@ -1,0 +1,41 @@
+#pragma once
+// One record of an import file: a JSON object read member by member, the first problem
+// remembered with the member it concerns, and members nobody asked for refused (a
+// misspelt key must not quietly drop a value).
+#include "json/JsonValue.h"
+
+#include <QList>
+#include <QSet>
+#include <QStringList>
+
+class JsonRecordReader
+{
+public:
+    explicit JsonRecordReader(const JsonValue &record);
+
+    bool ok() const { return m_error.isEmpty(); }
+    const QString &error() const { return m_error; }
+
+    // "serial": a positive whole number; 0 when the member is absent.
+    int serial();
+    // An array of exactly count texts (numbers are taken as written, null as empty).
+    QStringList texts(const QString &name, int count);
+    // An array of tables, one per entry of columns, each an array of rows of at most that
+    // many texts (short rows are padded). Absent or []: every table empty.
+    QList<QList<QStringList>> tables(const QString &name, const QList<int> &columns);
+    // Called last: refuses the members not read.
+    bool finish();
+
+    // A JSON array of texts, and one of tables, for the export.
+    static JsonValue array(const QStringList &texts);
+    static JsonValue array(const QList<QList<QStringList>> &tables);
+
+private:
+    const JsonValue *member(const QString &name);
+    bool text(const JsonValue &value, const QString &where, QString *out);
+    void fail(const QString &message);
+
+    const JsonDictionary *m_record = nullptr;
+    QSet<QString> m_read;
+    QString m_error;
+};
