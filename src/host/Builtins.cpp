@@ -1,6 +1,7 @@
 // The real implementations of the host services, registered under their programmatic names.
 #include "host/DataObject.h"
 #include "host/ServiceRegistry.h"
+#include "host/online/OnlineActionWrapper.h"
 #include "host/report/ReportObject.h"
 
 namespace ServiceRegistry {
@@ -12,6 +13,8 @@ void registerBuiltins()
         registerFactory(QString::fromLatin1(ProgId::DataObject), createDataObject);
     if (!isRegistered(QString::fromLatin1(ProgId::ReportObject)))
         registerFactory(QString::fromLatin1(ProgId::ReportObject), createReportObject);
+    if (!isRegistered(QString::fromLatin1(ProgId::OnlineAction)))
+        registerFactory(QString::fromLatin1(ProgId::OnlineAction), createOnlineAction);
 }
 
 } // namespace ServiceRegistry

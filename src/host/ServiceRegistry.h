@@ -31,4 +31,5 @@ std::shared_ptr<Interface> createObjectAs(const QString &progId)
 namespace ProgId {
 inline const char *const DataObject = "ZeltBase.ClsData";
 inline const char *const ReportObject = "PrjOrvikReporter.ClsMain";
+inline const char *const OnlineAction = "OrvikOlActWrapper.ClsBaseMain";
 } // namespace ProgId

@@ -227,6 +227,10 @@ QString driverPath()
 
 bool headless()
 {
+    // The environment wins, so that tests and scripted runs need no settings file.
+    const QByteArray forced = qgetenv("TDSFORMS_BROWSER_HEADLESS");
+    if (!forced.isEmpty())
+        return forced != "0" && forced.toLower() != "false";
     return value(QStringLiteral("browser/headless"), false).toBool();
 }
 
@@ -234,6 +238,11 @@ int pageWaitSeconds()
 {
     const int seconds = value(QStringLiteral("browser/pageWaitSeconds"), 60).toInt();
     return seconds > 0 ? seconds : 60;
+}
+
+int pagePollMilliseconds()
+{
+    return qBound(50, value(QStringLiteral("browser/pollMilliseconds"), 500).toInt(), 10000);
 }
 
 } // namespace Settings

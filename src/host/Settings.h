@@ -52,7 +52,8 @@ QString tinHost();
 
 QString browserPath();
 QString driverPath();
-bool headless();
+bool headless();   // $TDSFORMS_BROWSER_HEADLESS (1/0) overrides the file
 int pageWaitSeconds();
+int pagePollMilliseconds();   // how often a page wait looks again, 50 to 10000
 
 } // namespace Settings

@@ -1,0 +1,114 @@
+// Starting and ending a browser session: what fails before a browser runs, and that nothing
+// is left running once the wrapper is done.
+#include "HeadlessBrowser.h"
+#include "MockPortal.h"
+#include "TestRegistry.h"
+
+#include "host/Settings.h"
+#include "host/online/OnlineActionWrapper.h"
+#include "host/online/WebDriverSession.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+class BrowserLifecycleTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
+    }
+
+    void cleanup()
+    {
+        auto s = Settings::open();
+        s->remove(QStringLiteral("browser/path"));
+        s->remove(QStringLiteral("browser/driverPath"));
+    }
+
+    void refusedStart_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QString>("inError");
+        QTest::newRow("other browser kind") << "IE" << "" << "\"IE\" is not supported";
+        QTest::newRow("driver missing") << "GC" << "browser/driverPath" << "/nonexistent/tds-driver";
+        QTest::newRow("browser missing") << "gc" << "browser/path" << "/nonexistent/tds-driver";
+    }
+    void refusedStart()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, setting);
+        QFETCH(QString, inError);
+        if (!setting.isEmpty())
+            Settings::setValue(setting, QStringLiteral("/nonexistent/tds-driver"));
+        OnlineActionWrapper browser;
+        QVERIFY(!browser.InitComponent(QStringLiteral("host"), kind, QDir::tempPath(), false, 1));
+        QVERIFY2(browser.LastError().contains(inError), qPrintable(browser.LastError()));
+        QVERIFY(!browser.session());
+        // Every later call fails and says so; none crashes.
+        QVERIFY(!browser.OpenURL(QStringLiteral("http://127.0.0.1:9/")));
+        QVERIFY(browser.LastError().contains(QLatin1String("not started")));
+        QCOMPARE(browser.WaitForResponsePage(QStringLiteral("@HTML=x")), QStringLiteral("ERROR"));
+        QVERIFY(!browser.objectSWC());
+        QVERIFY(!browser.CreateHtmlDocument());
+        QVERIFY(!browser.getElementById(QStringLiteral("x")));
+        QCOMPARE(browser.getCookiesITD(), QString());
+        browser.ShowBrowser();
+        browser.Quit();
+    }
+
+    // Quit ends it all; so does the wrapper going away, even after the browser was shown
+    // (a headless browser is no use to anyone afterwards).
+    void nothingLeftRunning_data()
+    {
+        QTest::addColumn<bool>("quit");
+        QTest::newRow("quit") << true;
+        QTest::newRow("released after ShowBrowser") << false;
+    }
+    void nothingLeftRunning()
+    {
+        QFETCH(bool, quit);
+        TDS_REQUIRE_BROWSER();
+        MockPortal portal;
+        QVERIFY(portal.start());
+        portal.setPage(QStringLiteral("/"), QStringLiteral("<p>up</p>"));
+        QTemporaryDir temp;
+        QLabel label;
+        qint64 driverPid = 0;
+        QString profile;
+        {
+            auto browser = std::make_unique<OnlineActionWrapper>();
+            browser->SetLblProg(&label, 400);
+            QVERIFY2(browser->InitComponent(temp.path(), QStringLiteral("Browser Selection")), qPrintable(browser->LastError()));
+            QCOMPARE(label.text(), QStringLiteral("Starting Browser ..."));
+            driverPid = browser->session()->driverPid();
+            profile = browser->session()->profileDir();
+            QVERIFY(profile.startsWith(temp.path()));
+            QVERIFY(HeadlessBrowser::processRunsWith(profile));
+            QVERIFY(browser->OpenURL(portal.url(QStringLiteral("/"))));
+            if (quit) {
+                browser->Quit();
+                QVERIFY(!browser->OpenURL(portal.url(QStringLiteral("/"))));
+                QVERIFY(!browser->objectSWC());
+            } else {
+                browser->ShowBrowser();
+            }
+        }
+        QVERIFY(driverPid > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(::kill(pid_t(driverPid), 0) != 0, 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(!HeadlessBrowser::processRunsWith(profile), 5000);
+        QVERIFY(!QDir(profile).exists());
+    }
+};
+
+TDS_TEST(BrowserLifecycleTest)
+#include "BrowserLifecycleTest.moc"

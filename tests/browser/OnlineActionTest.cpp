@@ -1,0 +1,362 @@
+// The online-action wrapper driving headless Chromium against the mock portal; one browser
+// for the whole class.
+#include "HeadlessBrowser.h"
+#include "MockPortal.h"
+#include "TestRegistry.h"
+
+#include "host/IOnlineAction.h"
+#include "host/ServiceRegistry.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+namespace {
+
+QString page(const QString &body, const QString &title = QStringLiteral("Mock"))
+{
+    return QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\"><title>%1</title></head><body>%2</body></html>")
+        .arg(title, body);
+}
+
+const char *const ChallanForm = R"(
+<form name="tax281" action="/etaxnew/submit" method="post">
+  <input type="radio" name="MajorHead" value="0020"><input type="radio" name="MajorHead" value="0021">
+  <input type="radio" name="MinorHead" value="200" checked><input type="radio" name="MinorHead" value="400">
+  <select name="NaturePayment">
+    <option value="">Select</option><option value="92B">192 - Salary</option>
+    <option value="94C">194C - Contractors</option><option value="94J">194J - Fees</option>
+  </select>
+  <input name="TAN" class="field wide"><input name="Add_Line1" class="field">
+  <select name="AssessYear"><option>2024-25</option><option>2025-26</option></select>
+  <input type="checkbox" id="agree" name="agree">
+  <input type="checkbox" id="notify" name="notify" checked>
+  <input type="radio" id="cash" name="mode" value="cash"><input type="radio" id="bank" name="mode" value="bank" checked>
+  <input type="button" name="back" value="Back"><input type="button" name="submit" value="Proceed">
+</form>)";
+
+} // namespace
+
+class OnlineActionTest : public QObject
+{
+    Q_OBJECT
+
+    MockPortal m_portal;
+    std::shared_ptr<IOnlineAction> m_browser;
+
+    QString url(const QString &path) const { return m_portal.url(path); }
+    bool open(const QString &path) { return m_browser->OpenURL(url(path)); }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
+        TDS_REQUIRE_BROWSER();
+        QVERIFY(m_portal.start());
+
+        m_portal.setPage(QStringLiteral("/iec/foportal/"), page(QStringLiteral("<h1>e-Filing</h1>"),
+                                                                QStringLiteral("Home | Income Tax Department")));
+        m_portal.setPage(QStringLiteral("/pan"), page(QStringLiteral("<p>PAN: ABCDE1234F</p>")));
+        m_portal.setPage(QStringLiteral("/pan-break"), page(QStringLiteral("<p>PAN:\nABCDE1234F</p>")));
+        const QString registerForm = QStringLiteral("<form name=\"register\"><select name=\"TAN_CAT_DDR_CD\"></select></form>");
+        m_portal.setPage(QStringLiteral("/tan/form49B.html"), page(registerForm));
+        m_portal.setPage(QStringLiteral("/tan/both"), page(registerForm + registerForm));
+        m_portal.setPage(QStringLiteral("/tan2/servlet/NewTanAppDSC"),
+                         page(QStringLiteral("<form name=\"TanRegistration\"><input type=\"submit\" name=\"submit\" value=\"A\">"
+                                             "<input type=\"submit\" name=\"submit\" value=\"B\"></form>")));
+        m_portal.setPage(QStringLiteral("/etaxnew/PopServlet"), page(QString::fromLatin1(ChallanForm)));
+        m_portal.setHandler(QStringLiteral("/etaxnew/submit"), [](const MockPortal::Request &) {
+            MockPortal::Reply r;
+            r.body = page(QStringLiteral("<p>Challan received</p>")).toUtf8();
+            return r;
+        });
+        m_portal.setPage(QStringLiteral("/expired"),
+                         page(QStringLiteral("<input id=\"panAdhaarUserId\"><span>Session has expired!</span>")));
+        // A single-page application: the route and the field come a moment after the load.
+        m_portal.setPage(QStringLiteral("/iec/foservices/"),
+                         page(QStringLiteral("<div id=\"app\"></div><script>setTimeout(function () {"
+                                             " location.hash = '#/login';"
+                                             " document.getElementById('app').innerHTML = '<input id=\"panAdhaarUserId\">';"
+                                             "}, 300);</script>")));
+        m_portal.setPage(QStringLiteral("/login"), page(QStringLiteral(
+            "<form name=\"login\" action=\"/welcome\" method=\"post\">"
+            "<input id=\"panAdhaarUserId\" name=\"user\"><input id=\"loginPasswordField\" name=\"pass\" type=\"password\">"
+            "<button type=\"button\" class=\"large-button-primary width\" onclick=\"location.href='/wrong'\">Back</button>"
+            "<button type=\"submit\" class=\"large-button-primary  width marTop16\">Continue</button></form>")));
+        m_portal.setHandler(QStringLiteral("/welcome"), [](const MockPortal::Request &request) {
+            MockPortal::Reply r;
+            r.body = page(QStringLiteral("<p>Welcome %1</p>").arg(request.field(QStringLiteral("user")).toHtmlEscaped()))
+                         .toUtf8();
+            return r;
+        });
+        m_portal.setPage(QStringLiteral("/cookies"), page(QStringLiteral("<p>Logged in</p>")),
+                         {"AuthToken=tok-7f3a; Path=/; HttpOnly", "Lang=en; Path=/"});
+
+        ServiceRegistry::registerBuiltins();
+        m_browser = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
+        QVERIFY(m_browser);
+        QVERIFY2(m_browser->InitComponent(QStringLiteral("host"), QStringLiteral("GC"), QDir::tempPath(), false, 1),
+                 qPrintable(m_browser->LastError()));
+        QCOMPARE(m_browser->ComponentType(), QStringLiteral("GC"));
+    }
+
+    void cleanupTestCase()
+    {
+        if (m_browser)
+            m_browser->Quit();
+        m_browser.reset();
+    }
+
+    void init()
+    {
+        m_browser->setErrorLocators(QString());
+        HeadlessBrowser::setWaitSeconds(10);
+    }
+
+    void waitForPage_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("locator");        // "%1": the portal's address
+        QTest::addColumn<QString>("errorLocator");
+        QTest::addColumn<QString>("result");
+        QTest::addColumn<QStringList>("inError");    // parts of LastError
+        QTest::addColumn<QString>("notInError");
+        const QString expired = QStringLiteral("@HTML=>Session has expired!<");
+        QTest::newRow("text with a bar") << "/iec/foportal/" << "@URL=%1/iec/foportal;@HTML=Home | Income Tax Department"
+                                         << expired << "OK" << QStringList() << "";
+        QTest::newRow("address with the key's value")
+            << "/etaxnew/PopServlet?rKey=Q7" << "@URL=%1/etaxnew/PopServlet?rKey=;@ELEMENT=FORM:tax281|back" << ""
+            << "OK" << QStringList() << "";
+        QTest::newRow("route and field come later") << "/iec/foservices/" << "@URL=%1/iec/foservices/#/login;@ELEMENT=ID:panAdhaarUserId"
+                                                    << expired << "OK" << QStringList() << "";
+        QTest::newRow("blank after PAN") << "/pan" << "@HTML=PAN: " << "" << "OK" << QStringList() << "";
+        QTest::newRow("PAN before a line break") << "/pan-break" << "@HTML=PAN: " << "" << "TIMEOUT"
+                                                 << QStringList{"Timed out after 1 seconds", "/pan-break"} << "";
+        QTest::newRow("second form of two") << "/tan/both" << "@ELEMENT=FORM:register,1|TAN_CAT_DDR_CD" << "" << "OK"
+                                            << QStringList() << "";
+        QTest::newRow("second form of one") << "/tan/form49B.html" << "@ELEMENT=FORM:register,1|TAN_CAT_DDR_CD" << ""
+                                            << "TIMEOUT" << QStringList{"FORM:register,1|TAN_CAT_DDR_CD"} << "";
+        QTest::newRow("first of two fields") << "/tan2/servlet/NewTanAppDSC" << "@ELEMENT=FORM:TanRegistration|submit,0"
+                                             << "" << "OK" << QStringList() << "";
+        QTest::newRow("error page first") << "/expired" << "@ELEMENT=ID:panAdhaarUserId" << expired << "ERROR"
+                                          << QStringList{">Session has expired!<"} << "";
+        QTest::newRow("elsewhere, key kept out") << "/etaxnew/PopServlet?rKey=K3Y9" << "@URL=%1/other;@HTML=Back" << ""
+                                                 << "TIMEOUT" << QStringList{"/etaxnew/PopServlet"} << "K3Y9";
+        QTest::newRow("bad locator") << "/pan" << "@TITLE=Mock" << "" << "ERROR" << QStringList{"Invalid page locator"} << "";
+        QTest::newRow("bad error locator") << "/pan" << "@HTML=PAN: " << "@HTML" << "ERROR"
+                                           << QStringList{"Invalid error locator"} << "";
+    }
+    void waitForPage()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, locator);
+        QFETCH(QString, errorLocator);
+        QFETCH(QString, result);
+        QFETCH(QStringList, inError);
+        QFETCH(QString, notInError);
+        QVERIFY2(open(path), qPrintable(m_browser->LastError()));
+        m_browser->setErrorLocators(errorLocator);
+        HeadlessBrowser::setWaitSeconds(result == QLatin1String("TIMEOUT") ? 1 : 10);
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(m_browser->WaitForResponsePage(locator.replace(QStringLiteral("%1"), m_portal.baseUrl())), result);
+        if (result == QLatin1String("ERROR"))
+            QVERIFY2(clock.elapsed() < 3000, "an error page ends the wait at once");
+        for (const QString &part : inError)
+            QVERIFY2(m_browser->LastError().contains(part), qPrintable(m_browser->LastError()));
+        if (!notInError.isEmpty())
+            QVERIFY(!m_browser->LastError().contains(notInError));
+        if (result == QLatin1String("OK"))
+            QCOMPARE(m_browser->LastError(), QString());
+    }
+
+    void loginFillAndClick()
+    {
+        QVERIFY(open(QStringLiteral("/login")));
+        QCOMPARE(m_browser->WaitForResponsePage(QStringLiteral("@URL=%1/login;@ELEMENT=ID:panAdhaarUserId").arg(m_portal.baseUrl())),
+                 QStringLiteral("OK"));
+        auto user = m_browser->getElementById(QStringLiteral("panAdhaarUserId"));
+        auto pass = m_browser->getElementById(QStringLiteral("loginPasswordField"));
+        QVERIFY(user && pass);
+        QVERIFY(user->SendKeys(QStringLiteral("ABCDE1234F")));
+        QVERIFY(pass->SendKeys(QStringLiteral("Fake#Pass 1")));
+        // The first button's class is a prefix of the wanted one: the whole value must match.
+        auto next = m_browser->getElementByTagOthAttrib(QStringLiteral("button"), QStringLiteral("class"),
+                                                        QStringLiteral("large-button-primary width marTop16"));
+        QVERIFY2(next, qPrintable(m_browser->LastError()));
+        QCOMPARE(next->Text(), QStringLiteral("Continue"));
+        QVERIFY2(m_browser->ClickAndWait(next), qPrintable(m_browser->LastError()));
+        // Waited for: the site has the form before the next look at the page.
+        const MockPortal::Request posted = m_portal.lastRequest(QStringLiteral("/welcome"));
+        QCOMPARE(posted.method, QByteArray("POST"));
+        QCOMPARE(posted.field(QStringLiteral("pass")), QStringLiteral("Fake#Pass 1"));
+        QCOMPARE(m_browser->WaitForResponsePage(QStringLiteral("@URL=%1/welcome;@HTML=Welcome ABCDE1234F<").arg(m_portal.baseUrl())),
+                 QStringLiteral("OK"));
+
+        QVERIFY(!m_browser->getElementById(QStringLiteral("panAdhaarUserId")));
+        QVERIFY(m_browser->LastError().contains(QLatin1String("panAdhaarUserId")));
+        QVERIFY(!m_browser->ClickAndWait(nullptr));
+    }
+
+    void checked_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("checked");
+        QTest::newRow("check box on") << "agree" << true;
+        QTest::newRow("check box off") << "notify" << false;
+        QTest::newRow("radio on") << "cash" << true;
+        QTest::newRow("radio off") << "bank" << false;
+        QTest::newRow("already on") << "notify" << true;
+    }
+    void checked()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, checked);
+        QVERIFY(open(QStringLiteral("/etaxnew/PopServlet")));
+        auto box = m_browser->getElementById(id);
+        QVERIFY2(box, qPrintable(m_browser->LastError()));
+        QVERIFY(box->setChecked(checked));
+        QCOMPARE(box->Checked(), checked);
+        QCOMPARE(m_browser->objectSWC()->executeScript(QStringLiteral("return document.getElementById('%1').checked;").arg(id)),
+                 QVariant(checked));
+    }
+
+    // The NSDL challan: fill through the document model, submit, and see what the site got.
+    void documentFillAndSubmit()
+    {
+        QVERIFY(open(QStringLiteral("/etaxnew/PopServlet?rKey=A1")));
+        auto document = m_browser->CreateHtmlDocument();
+        QVERIFY(document);
+        QVERIFY(!document->Forms(QStringLiteral("tax281"), 1));
+        auto form = document->Forms(QStringLiteral("tax281"));
+        QVERIFY(form);
+        QCOMPARE(form->TagName(), QStringLiteral("FORM"));
+
+        auto major = m_browser->getElementByTagOthAttrib(QStringLiteral("INPUT"), QStringLiteral("name,value"),
+                                                         QStringLiteral("MajorHead,0021"));
+        QVERIFY2(major, qPrintable(m_browser->LastError()));
+        QVERIFY(major->setChecked(true));
+        QVERIFY(!m_browser->getElementByTagOthAttrib(QStringLiteral("INPUT"), QStringLiteral("name,value"),
+                                                     QStringLiteral("MajorHead,0099")));
+        QVERIFY(!m_browser->getElementByTagOthAttrib(QStringLiteral("INPUT"), QStringLiteral("name,value"),
+                                                     QStringLiteral("MajorHead")));
+
+        auto nature = form->Item(QStringLiteral("NaturePayment"));
+        QVERIFY(nature);
+        QStringList texts;
+        for (const auto &option : nature->Options())
+            texts << option->Text();
+        QCOMPARE(texts, (QStringList{"Select", "192 - Salary", "194C - Contractors", "194J - Fees"}));
+        QVERIFY(!nature->setTextSelected(QStringLiteral("195 - Non-residents")));
+        QCOMPARE(nature->TextSelected(), QStringLiteral("Select"));
+        QVERIFY(nature->setTextSelected(QStringLiteral("194C - Contractors")));
+        QCOMPARE(nature->TextSelected(), QStringLiteral("194C - Contractors"));
+        QVERIFY(form->Item(QStringLiteral("AssessYear"))->setTextSelected(QStringLiteral("2025-26")));
+
+        auto tan = form->Item(QStringLiteral("TAN"));
+        QVERIFY(tan->setValue(QStringLiteral("BLRA12345B")));
+        QCOMPARE(tan->Value(), QStringLiteral("BLRA12345B"));
+        QCOMPARE(tan->getAttribute(QStringLiteral("value")), QStringLiteral("BLRA12345B"));
+        QVERIFY(form->Item(QStringLiteral("Add_Line1"))->setValue(QStringLiteral("12, M.G. Road & Co")));
+        QVERIFY(!form->Item(QStringLiteral("MajorHead"), 2));
+        QCOMPARE(form->Item(QStringLiteral("MajorHead"), 1)->getAttribute(QStringLiteral("value")), QStringLiteral("0021"));
+        QVERIFY(document->getElementById(QStringLiteral("agree"))->setChecked(true));
+
+        QVERIFY2(m_browser->FocusAndWait(tan), qPrintable(m_browser->LastError()));
+        // A button that leaves the page where it is does not hold the click up.
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(m_browser->ClickAndWait(form->Item(QStringLiteral("back"))));
+        QVERIFY(clock.elapsed() < 3000);
+        // The form has a field named "submit", as the site's forms do.
+        QVERIFY2(m_browser->SubmitAndWait(form), qPrintable(m_browser->LastError()));
+        QVariant shown;
+        QVERIFY(m_browser->runScriptAndWait(QStringLiteral("return document.body.innerText;"), &shown));
+        QCOMPARE(shown.toString(), QStringLiteral("Challan received"));
+        const MockPortal::Request posted = m_portal.lastRequest(QStringLiteral("/etaxnew/submit"));
+        const QList<QPair<QString, QString>> expected{{"MajorHead", "0021"}, {"MinorHead", "200"}, {"NaturePayment", "94C"},
+                                                      {"TAN", "BLRA12345B"}, {"Add_Line1", "12, M.G. Road & Co"},
+                                                      {"AssessYear", "2025-26"}, {"agree", "on"}, {"notify", "on"}};
+        for (const auto &[name, value] : expected)
+            QCOMPARE(posted.field(name), value);
+    }
+
+    void cookies_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("http-only") << "AuthToken" << "tok-7f3a";
+        QTest::newRow("plain") << "Lang" << "en";
+        QTest::newRow("none of that name") << "SessionId" << "";
+    }
+    void cookies()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, value);
+        QVERIFY(open(QStringLiteral("/cookies")));
+        IOnlineDriver *driver = m_browser->objectSWC();
+        QVERIFY(driver);
+        QCOMPARE(driver->getCookieByName(name), value);
+        QStringList all = m_browser->getCookiesITD().split(QStringLiteral("; "));
+        all.sort();
+        QCOMPARE(all, (QStringList{"AuthToken=tok-7f3a", "Lang=en"}));
+    }
+
+    void runScript_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QVariant>("result");
+        QTest::addColumn<QString>("inError");
+        QTest::addColumn<QString>("pathAfter");
+        QTest::newRow("number") << "return 6 * 7;" << true << QVariant(42) << "" << "/pan";
+        QTest::newRow("page title") << "return document.title;" << true << QVariant("Mock") << "" << "/pan";
+        QTest::newRow("no value") << "window.tdsProbe = 1;" << true << QVariant() << "" << "/pan";
+        QTest::newRow("list") << "return ['a', 2];" << true << QVariant(QVariantList{"a", 2}) << "" << "/pan";
+        QTest::newRow("throws") << "throw new Error('boom-17');" << false << QVariant() << "boom-17" << "/pan";
+        QTest::newRow("leaves the page") << "location.href = '/pan-break';" << true << QVariant() << "" << "/pan-break";
+    }
+    void runScript()
+    {
+        QFETCH(QString, script);
+        QFETCH(bool, ok);
+        QFETCH(QVariant, result);
+        QFETCH(QString, inError);
+        QFETCH(QString, pathAfter);
+        QVERIFY(open(QStringLiteral("/pan")));
+        QVariant got;
+        QCOMPARE(m_browser->runScriptAndWait(script, &got), ok);
+        QCOMPARE(got, result);
+        QVERIFY2(m_browser->LastError().contains(inError), qPrintable(m_browser->LastError()));
+        QCOMPARE(m_browser->objectSWC()->executeScript(QStringLiteral("return location.pathname;")).toString(), pathAfter);
+    }
+
+    void driverFinds()
+    {
+        QVERIFY(open(QStringLiteral("/etaxnew/PopServlet")));
+        IOnlineDriver *driver = m_browser->objectSWC();
+        QCOMPARE(driver->findelementsbytagname(QStringLiteral("option")).size(), 6);
+        QCOMPARE(driver->findelementsbyclassname(QStringLiteral("field")).size(), 2);
+        auto year = driver->findElementByxpath(QStringLiteral("//select[@name='AssessYear']/option[2]"));
+        QVERIFY(year);
+        QCOMPARE(year->Text(), QStringLiteral("2025-26"));
+        QVERIFY(!driver->findElementByxpath(QStringLiteral("//table")));
+        QVERIFY(m_browser->LastError().contains(QLatin1String("no such element")));
+        auto agree = driver->findelementbyid(QStringLiteral("agree"));
+        QVERIFY(agree);
+        QCOMPARE(agree->getAttribute(QStringLiteral("name")), QStringLiteral("agree"));
+        QCOMPARE(agree->getAttribute(QStringLiteral("title")), QString());
+        // Elements go into scripts and come back out of them.
+        QCOMPARE(driver->executeScript(QStringLiteral("return arguments[0].type;"), {QVariant::fromValue(agree)}),
+                 QVariant(QStringLiteral("checkbox")));
+        auto same = driver->executeScript(QStringLiteral("return arguments[0].form.elements['TAN'];"),
+                                          {QVariant::fromValue(agree)}).value<OnlineElementPtr>();
+        QVERIFY(same);
+        QVERIFY(same->Click());
+        QVERIFY(same->SendKeys(QStringLiteral("ABC")));
+        QCOMPARE(same->Value(), QStringLiteral("ABC"));
+    }
+};
+
+TDS_TEST(OnlineActionTest)
+#include "OnlineActionTest.moc"
