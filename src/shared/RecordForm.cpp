@@ -3,13 +3,9 @@
 #include "host/IDataObject.h"
 #include "shared/ColumnEncoder.h"
 #include "shared/FieldRules.h"
+#include "shared/NewSerial.h"
 #include "shared/TransactionGuard.h"
 #include "shared/modbase.h"
-
-namespace {
-const unsigned DuplicateKey = 1062;
-const int SerialAttempts = 20;
-} // namespace
 
 RecordStatements RecordStatements::forTable(const QString &table, const QString &serialColumn)
 {
@@ -199,32 +195,25 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
     QString why;
     const bool allocate = m_serial == 0;
     const bool ok = modbase::errorTrap(module(), QStringLiteral("cmdupdate_Click"), [&] {
-        IDataObject *d = &modbase::data();
-        for (int attempt = 0; attempt < SerialAttempts; ++attempt) {
-            if (allocate) {
-                Recordset rs;
-                query(*d, rs, m_statements.maxSerial + periodText());
-                const int highest = (!rs.isBOF() && !rs.isEOF() && !rs.field(0).isNull()) ? rs.field(0).toInt() : 0;
-                rs.close();
-                m_serial = highest + 1;
-            }
-            TransactionGuard guard(*d);
-            QStringList statements = saveStatements(*d);
-            // A new serial is only inserted: deleting first would remove a record another
-            // desk saved under the same number a moment ago.
+        IDataObject &d = modbase::data();
+        const auto write = [&](TransactionGuard &guard) {
+            QStringList statements = saveStatements(d);
             if (allocate)
-                statements.removeFirst();
+                statements.removeFirst();   // a new serial is only inserted
             guard.run(statements);
             if (sourceSerialForDetails > 0 && !guard.failed())
-                copyDetails(*d, guard, sourceSerialForDetails, m_serial);
-            if (guard.commit())
-                return;
-            // Another desk saved the same serial first: take the next one.
-            if (allocate && guard.errorNumber() == DuplicateKey)
-                continue;
+                copyDetails(d, guard, sourceSerialForDetails, m_serial);
+        };
+        if (allocate) {
+            NewSerial::store(d, m_statements.maxSerial + periodText(), [&](TransactionGuard &guard, int serial) {
+                m_serial = serial;
+                write(guard);
+            });
+        } else {
+            TransactionGuard guard(d);
+            write(guard);
             guard.commitOrThrow();
         }
-        throw TdsError(5, QStringLiteral("No free serial number could be found; try again."));
     }, &why);
     if (!ok) {
         if (allocate)
