@@ -394,3 +394,81 @@ CREATE TABLE IF NOT EXISTS Tb15hT5 (
   Withdrawal DECIMAL(18,2) NULL,
   PRIMARY KEY (Period_Code, FormSrId, Srno)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+-- Tax-deposit challans (ITNS 281) of a deductor and year; the values go in positionally.
+CREATE TABLE IF NOT EXISTS Challan_ZeltOth (
+  code_no VARCHAR(20) NOT NULL,
+  t_year INT NOT NULL,
+  srno INT NOT NULL,
+  challan_no VARCHAR(50) NULL,
+  challan_dt VARCHAR(10) NULL,
+  res_status INT NULL,
+  challan_type INT NULL,
+  paynat INT NULL,
+  tax DECIMAL(18,2) NULL,
+  surcharge DECIMAL(18,2) NULL,
+  interest DECIMAL(18,2) NULL,
+  penalty DECIMAL(18,2) NULL,
+  others DECIMAL(18,2) NULL,
+  chq_no VARCHAR(50) NULL,
+  chq_dt VARCHAR(10) NULL,
+  bank_nm VARCHAR(150) NULL,
+  educess DECIMAL(18,2) NULL,
+  paymode VARCHAR(20) NULL,
+  comp INT NULL,
+  educess1 DECIMAL(18,2) NULL,
+  latefee234E DECIMAL(18,2) NULL,
+  PRIMARY KEY (code_no, t_year, srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+-- Section-wise amounts of a challan (the current form); rows of a deleted challan stay
+-- until a challan is saved under its serial again.
+CREATE TABLE IF NOT EXISTS Challan_TDSSec (
+  code_no VARCHAR(20) NOT NULL,
+  t_year INT NOT NULL,
+  ChSrNo INT NOT NULL,
+  PayNat INT NOT NULL,
+  Tax DECIMAL(18,2) NULL,
+  Surcharge DECIMAL(18,2) NULL,
+  HEducess DECIMAL(18,2) NULL,
+  Others DECIMAL(18,2) NULL,
+  KEY (code_no, t_year, ChSrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Form 26QA deductees of a deductor. DedSrNo is one counter over the whole table (a
+-- payment names its deductee by it alone); the rows are written by position.
+CREATE TABLE IF NOT EXISTS Form26QA_DedMaster (
+  Code_No VARCHAR(20) NOT NULL,
+  DedSrNo INT NOT NULL,
+  DedName VARCHAR(100) NULL,
+  DedPan VARCHAR(10) NULL,
+  DedDob VARCHAR(10) NULL,
+  DedFlat VARCHAR(50) NULL,
+  DedBuilding VARCHAR(50) NULL,
+  DedStreet VARCHAR(50) NULL,
+  DedArea VARCHAR(50) NULL,
+  DedCity VARCHAR(50) NULL,
+  DedState VARCHAR(60) NULL,
+  DedPin VARCHAR(6) NULL,
+  DedGroup INT NOT NULL DEFAULT 0,
+  PRIMARY KEY (Code_No, DedSrNo),
+  UNIQUE KEY uq_dedmaster_srno (DedSrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Groups of deductees; a description is listed once.
+CREATE TABLE IF NOT EXISTS Group_Master (
+  group_code INT NOT NULL,
+  group_desc VARCHAR(100) NOT NULL,
+  PRIMARY KEY (group_code),
+  UNIQUE KEY uq_group_desc (group_desc)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Form 26QA payments to a deductee, under a period of Period_Master.
+CREATE TABLE IF NOT EXISTS Form26QA_Payments (
+  Period_Code INT NOT NULL,
+  DedSrNo INT NOT NULL,
+  SrNo INT NOT NULL,
+  PaymentDate VARCHAR(10) NULL,
+  AmountPaid DECIMAL(18,2) NULL,
+  TaxDeducted DECIMAL(18,2) NULL,
+  PRIMARY KEY (Period_Code, DedSrNo, SrNo),
+  KEY idx_form26qa_payments_ded (DedSrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;

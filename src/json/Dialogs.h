@@ -15,10 +15,10 @@ public:
                           Icon icon = Icon::Question) = 0;
     // The same question with the button that Enter presses given: destructive actions
     // default to No.
-    virtual bool ask(const QString &message, Icon icon, bool yesIsDefault)
+    virtual bool ask(const QString &message, Icon icon, bool yesIsDefault, const QString &title = QString())
     {
         Q_UNUSED(yesIsDefault);
-        return askYesNo(message, QString(), icon);
+        return askYesNo(message, title, icon);
     }
     // Returns the text entered; the default when the user accepts it unchanged,
     // the empty text when the user cancels.

@@ -44,9 +44,9 @@ bool WidgetDialogs::askYesNo(const QString &message, const QString &title, Icon 
     return box.exec() == QMessageBox::Yes;
 }
 
-bool WidgetDialogs::ask(const QString &message, Icon icon, bool yesIsDefault)
+bool WidgetDialogs::ask(const QString &message, Icon icon, bool yesIsDefault, const QString &title)
 {
-    QMessageBox box(boxIcon(icon), titleOr(QString()), message, QMessageBox::Yes | QMessageBox::No, m_parent);
+    QMessageBox box(boxIcon(icon), titleOr(title), message, QMessageBox::Yes | QMessageBox::No, m_parent);
     box.setDefaultButton(yesIsDefault ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;

@@ -15,7 +15,7 @@ public:
                 Icon icon = Icon::Information) override;
     bool askYesNo(const QString &message, const QString &title = QString(),
                   Icon icon = Icon::Question) override;
-    bool ask(const QString &message, Icon icon, bool yesIsDefault) override;
+    bool ask(const QString &message, Icon icon, bool yesIsDefault, const QString &title = QString()) override;
     QString input(const QString &prompt, const QString &title, const QString &defaultText) override;
 
 private:

@@ -31,9 +31,9 @@ public:
         asked << Asked{QStringLiteral("askYesNo"), message, title, icon};
         return answers.isEmpty() ? false : answers.dequeue();
     }
-    bool ask(const QString &message, Icon icon, bool yesIsDefault) override
+    bool ask(const QString &message, Icon icon, bool yesIsDefault, const QString &title = QString()) override
     {
-        asked << Asked{QStringLiteral("askYesNo"), message, QString(), icon, yesIsDefault};
+        asked << Asked{QStringLiteral("askYesNo"), message, title, icon, yesIsDefault};
         return answers.isEmpty() ? false : answers.dequeue();
     }
     QString input(const QString &prompt, const QString &title, const QString &defaultText) override
