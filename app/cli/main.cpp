@@ -1,6 +1,7 @@
 // tdsforms-cli: the headless side of TDS Forms (set-up, period codes, printing, JSON tools).
 #include "CliContext.h"
 #include "JsonCommands.h"
+#include "MasterCommands.h"
 #include "PrintCommand.h"
 #include "SectionsCommand.h"
 #include "TransferCommands.h"
@@ -40,6 +41,13 @@ const char *const kUsage =
     "                               standard input); prints the serials stored\n"
     "  export 15g|15h --deductor CODE --year YYYY-YY [--serial N]\n"
     "                               the stored records as a JSON array\n"
+    "  deductees import --deductor CODE [FILE] | export --deductor CODE |\n"
+    "            delete --deductor CODE --serial N\n"
+    "                               the Form 26QA deductees of a deductor as a JSON\n"
+    "                               array (no FILE reads standard input)\n"
+    "  deductors import [FILE] | export\n"
+    "                               the deductor master as a JSON array, one object\n"
+    "                               per deductor keyed by the column names\n"
     "  json FILE                    parse JSON (FILE - reads standard input)\n"
     "  script FILE [--answer TEXT]...  evaluate a JSON dialog script\n"
     "  sections --year YYYY-YY [--get-li KEY | --get-code KEY]\n"
@@ -232,6 +240,10 @@ int main(int argc, char **argv)
         rc = cmdImport(args);
     else if (command == QLatin1String("export"))
         rc = cmdExport(args);
+    else if (command == QLatin1String("deductees"))
+        rc = cmdDeductees(args);
+    else if (command == QLatin1String("deductors"))
+        rc = cmdDeductors(args);
     else if (command == QLatin1String("json"))
         rc = cmdJson(args);
     else if (command == QLatin1String("script"))

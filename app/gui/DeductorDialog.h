@@ -1,5 +1,6 @@
 #pragma once
 // Adds or edits one deductor: its Main_Info row and its Main_Info_oth row.
+#include "shared/DeductorMaster.h"
 #include "ui/FormWindow.h"
 
 #include <QList>
@@ -31,7 +32,8 @@ private:
     };
     Place placeOf(const QString &column) const;
     void load();
-    bool check();
+    // The dialog's values checked by the master's rules; a refusal shown at its field.
+    bool check(DeductorMaster::Record &record);
     bool refuse(const QString &column, const QString &message);
     QString valueOf(const QString &column) const;
     void setValueOf(const QString &column, const QString &value);

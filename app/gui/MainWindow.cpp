@@ -7,6 +7,7 @@
 #include "host/IDataObject.h"
 #include "host/Settings.h"
 #include "json/Dialogs.h"
+#include "property/frmdedmaster2.h"
 #include "ui/WidgetDialogs.h"
 
 #include <QComboBox>
@@ -135,6 +136,10 @@ void MainWindow::buildUi()
     top->addSpacing(12);
     top->addWidget(newButton);
     top->addWidget(editButton);
+    // The deductees are the deductor's, whatever the year.
+    auto *deducteesButton = new QPushButton(QStringLiteral("Deduc&tees Master"), central);
+    deducteesButton->setObjectName(QStringLiteral("cmdDedMaster"));
+    top->addWidget(deducteesButton);
     layout->addLayout(top);
 
     auto *formsLabel = new QLabel(QStringLiteral("&Forms"), central);
@@ -169,6 +174,7 @@ void MainWindow::buildUi()
     connect(quitButton, &QPushButton::clicked, this, &QWidget::close);
     connect(newButton, &QPushButton::clicked, this, &MainWindow::onNewDeductor);
     connect(editButton, &QPushButton::clicked, this, &MainWindow::onEditDeductor);
+    connect(deducteesButton, &QPushButton::clicked, this, &MainWindow::openDeducteeMaster);
     connect(m_deductor, &QComboBox::currentIndexChanged, this, [this] { updateStatus(); });
 }
 
@@ -252,6 +258,24 @@ bool MainWindow::openForm(const QString &operationName)
         return true;
     }
     return false;
+}
+
+bool MainWindow::openDeducteeMaster()
+{
+    const QString code = m_deductor->currentData().toString();
+    if (code.isEmpty()) {
+        m_dialogs->inform(QStringLiteral("Choose a deductor first (Alt+N adds one)."));
+        m_deductor->setFocus();
+        return false;
+    }
+    m_data->setCodeno(code);
+    frmdedmaster2 master(this);
+    if (m_dialogs != m_ownDialogs.get())
+        master.setDialogs(m_dialogs);
+    master.setWindowTitle(master.windowTitle() + QStringLiteral(" - ") + code + QLatin1Char(' ')
+                          + m_deductor->currentData(kNameRole).toString());
+    master.exec();
+    return true;
 }
 
 void MainWindow::onFormActivated(QTreeWidgetItem *item)

@@ -24,6 +24,9 @@ public:
     // Opens the form of the operation, modally. False when it is not available or the
     // selection is incomplete (the user has been told why).
     bool openForm(const QString &operationName);
+    // The deductee master of the chosen deductor, modally (Alt+T). False when no deductor
+    // is chosen (the user has been told).
+    bool openDeducteeMaster();
     // Tests answer the window's messages themselves; null restores the message boxes.
     void setDialogs(Dialogs *dialogs);
 

@@ -52,6 +52,14 @@ int JsonRecordReader::serial()
     return serial;
 }
 
+QString JsonRecordReader::text(const QString &name)
+{
+    QString out;
+    if (const JsonValue *value = member(name))
+        text(*value, QStringLiteral("\"%1\"").arg(name), &out);
+    return out;
+}
+
 QStringList JsonRecordReader::texts(const QString &name, int count)
 {
     QStringList out;

@@ -18,6 +18,8 @@ public:
 
     // "serial": a positive whole number; 0 when the member is absent.
     int serial();
+    // A text member (a number as written); absent or null: empty.
+    QString text(const QString &name);
     // An array of exactly count texts (numbers are taken as written, null as empty).
     QStringList texts(const QString &name, int count);
     // An array of tables, one per entry of columns, each an array of rows of at most that
