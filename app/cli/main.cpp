@@ -34,13 +34,14 @@ const char *const kUsage =
     "                               allocated when missing\n"
     "  words AMOUNT                 an amount in words\n"
     "  print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
-    "                               print a stored form; for 15g|15h add --serial N\n"
+    "                               print a stored form; for 15g|15h|challan add --serial N\n"
     "                               and write --rtf FILE or --pdf FILE\n"
-    "  import 15g|15h --deductor CODE --year YYYY-YY FILE\n"
+    "  import 15g|15h|challan --deductor CODE --year YYYY-YY FILE\n"
     "                               store the records of a JSON array (FILE - reads\n"
     "                               standard input); prints the serials stored\n"
-    "  export 15g|15h --deductor CODE --year YYYY-YY [--serial N]\n"
+    "  export 15g|15h|challan --deductor CODE --year YYYY-YY [--serial N]\n"
     "                               the stored records as a JSON array\n"
+    "  challan import|export ...    the same as import|export challan ...\n"
     "  deductees import --deductor CODE [FILE] | export --deductor CODE |\n"
     "            delete --deductor CODE --serial N\n"
     "                               the Form 26QA deductees of a deductor as a JSON\n"
@@ -240,6 +241,10 @@ int main(int argc, char **argv)
         rc = cmdImport(args);
     else if (command == QLatin1String("export"))
         rc = cmdExport(args);
+    else if (command == QLatin1String("challan") && !args.isEmpty() && args.first() == QLatin1String("import"))
+        rc = cmdImport(QStringList{QStringLiteral("challan")} + args.mid(1));
+    else if (command == QLatin1String("challan") && !args.isEmpty() && args.first() == QLatin1String("export"))
+        rc = cmdExport(QStringList{QStringLiteral("challan")} + args.mid(1));
     else if (command == QLatin1String("deductees"))
         rc = cmdDeductees(args);
     else if (command == QLatin1String("deductors"))

@@ -452,31 +452,25 @@ bool ChallanForm::update()
     return true;
 }
 
-int ChallanForm::store(int serial)
+int ChallanForm::store(int serial, bool replace)
 {
     setSaveError(QString());
     if (refusedAfterFailedLoad() || !check())
         return 0;
     m_serial = serial;
-    // A serial given that is not stored yet is taken as it is.
-    if (serial > 0 && !m_serials.contains(serial)) {
-        QString why;
-        const bool ok = modbase::errorTrap(module(), QStringLiteral("import"), [&] {
-            IDataObject &data = modbase::data();
-            TransactionGuard guard(data);
-            guard.run(insertStatement(data, serial));
-            guard.run(sectionStatements(data, serial));
-            guard.commitOrThrow();
-        }, &why);
-        if (!ok) {
-            setSaveError(QStringLiteral("The challan could not be saved; nothing was changed.\n\n") + why);
-            return 0;
-        }
-        m_serials << serial;
-        m_rows << QStringList(ColLateFee + 1);
-        return serial;
-    }
-    return write(serial == 0) ? m_serial : 0;
+    if (serial == 0 || replace)
+        return write(serial == 0) ? m_serial : 0;
+    QString why;
+    const bool ok = modbase::errorTrap(module(), QStringLiteral("import"), [&] {
+        IDataObject &data = modbase::data();
+        TransactionGuard guard(data);
+        guard.run(insertStatement(data, serial));
+        guard.run(sectionStatements(data, serial));
+        guard.commitOrThrow();
+    }, &why);
+    if (!ok)
+        setSaveError(QStringLiteral("The challan could not be saved; nothing was changed.\n\n") + why);
+    return ok ? serial : 0;
 }
 
 bool ChallanForm::deleteChallan()

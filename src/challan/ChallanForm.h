@@ -108,9 +108,10 @@ public:
     void buildReport() override {}
     void print() override;
 
-    // An import: the challan on screen stored under serial (0: a new one), checks included.
+    // An import: the challan on screen stored, checks included: serial 0 under the next free
+    // serial, else replacing the stored challan of that serial (replace) or new under it.
     // The serial stored, or 0 with refusal() or saveError().
-    int store(int serial);
+    int store(int serial, bool replace);
 
     QString statusText() const { return m_status; }
 

@@ -122,6 +122,34 @@ QList<QList<QStringList>> JsonRecordReader::tables(const QString &name, const QL
     return out;
 }
 
+bool JsonRecordReader::flag(const QString &name, bool fallback)
+{
+    const JsonValue *value = member(name);
+    if (!value || value->isNull())
+        return fallback;
+    if (!value->isBool()) {
+        fail(QStringLiteral("\"%1\" is not true or false").arg(name));
+        return fallback;
+    }
+    return value->toBool();
+}
+
+QList<JsonValue> JsonRecordReader::objects(const QString &name)
+{
+    QList<JsonValue> out;
+    const JsonValue *value = member(name);
+    if (!value || value->isNull())
+        return out;
+    const JsonCollection *list = value->collection();
+    if (!list) {
+        fail(QStringLiteral("\"%1\" is not an array").arg(name));
+        return out;
+    }
+    for (const JsonValue &item : *list)
+        out << item;
+    return out;
+}
+
 bool JsonRecordReader::finish()
 {
     if (m_record) {

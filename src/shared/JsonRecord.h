@@ -25,6 +25,12 @@ public:
     // An array of tables, one per entry of columns, each an array of rows of at most that
     // many texts (short rows are padded). Absent or []: every table empty.
     QList<QList<QStringList>> tables(const QString &name, const QList<int> &columns);
+    // A true/false member; absent: fallback.
+    bool flag(const QString &name, bool fallback);
+    // An array of objects, each read by its own reader; absent: none.
+    QList<JsonValue> objects(const QString &name);
+    // A problem found by the caller, remembered like the reader's own.
+    void fail(const QString &message);
     // Called last: refuses the members not read.
     bool finish();
 
@@ -35,7 +41,6 @@ public:
 private:
     const JsonValue *member(const QString &name);
     bool text(const JsonValue &value, const QString &where, QString *out);
-    void fail(const QString &message);
 
     const JsonDictionary *m_record = nullptr;
     QSet<QString> m_read;

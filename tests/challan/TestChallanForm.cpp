@@ -1,0 +1,187 @@
+// The challan form without its window: serials, insert versus update, copy and delete,
+// the checks in their order, and what goes into the header's columns.
+#include "../forms/FormsFixture.h"
+#include "ScriptedDialogs.h"
+#include "TestRegistry.h"
+
+#include "challan/ChallanForm.h"
+
+using F = ChallanPrint::Field;
+Q_DECLARE_METATYPE(ChallanSection)
+
+class TestChallanForm : public QObject
+{
+    Q_OBJECT
+
+    ScriptedDialogs m_dialogs;
+
+    static QStringList rows(const QString &sql) { return FormsFixture::rows(sql); }
+
+    // A current-form challan ready to update: a date and one section row.
+    static void fill(ChallanForm &f, const QString &number)
+    {
+        f.add();
+        f.setField(F::ChallanNo, number);
+        f.setField(F::ChallanDate, QStringLiteral("07/05/2024"));
+        f.setField(F::Interest, QStringLiteral("150.00"));
+        if (f.kind() == ChallanForm::Kind::Current)
+            f.addSection({QStringLiteral("7"), QStringLiteral("1000.00"), {}, QStringLiteral("40.00"), {}});
+        else
+            f.setNatureOfPayment(QStringLiteral("22"));
+    }
+
+private slots:
+    void initTestCase() { FORMS_START(); }
+    void cleanupTestCase() { TestDatabase::tearDown(); }
+    void init()
+    {
+        m_dialogs.asked.clear();
+        m_dialogs.answers.clear();
+        QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From Challan_ZeltOth")));
+        QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From Challan_TDSSec")));
+    }
+
+    // Header columns in their positional order; the older form keeps its nature of payment.
+    void storesThePositionalRow_data()
+    {
+        QTest::addColumn<bool>("older");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("current") << false << "D15|2024|1|O'C 1|07/05/2024|1|1|0|1000|0|150|0|0||||40|Cheque|0|0|0";
+        QTest::newRow("older") << true << "D15|2024|1|O'C 1|07/05/2024|1|1|22|0|0|150|0|0||||0|Cheque|0|0|0";
+    }
+    void storesThePositionalRow()
+    {
+        QFETCH(bool, older);
+        QFETCH(QString, stored);
+        ChallanForm f(older ? ChallanForm::Kind::Older : ChallanForm::Kind::Current);
+        f.setDialogs(&m_dialogs);
+        QVERIFY(f.load());
+        fill(f, QStringLiteral("O'C 1"));
+        QVERIFY2(f.update(), qPrintable(f.refusal() + f.saveError()));
+        QCOMPARE(f.currentSerial(), 1);
+        QCOMPARE(f.field(F::Total), older ? QStringLiteral("150.00") : QStringLiteral("1190.00"));
+        QCOMPARE(rows(QStringLiteral("Select * From Challan_ZeltOth")).value(0).replace(QLatin1String(".00"), QString()), stored);
+        QCOMPARE(rows(QStringLiteral("Select ChSrNo, PayNat, Tax, HEducess From Challan_TDSSec")),
+                 older ? QStringList() : QStringList{"1|7|1000|40"});
+    }
+
+    // comp and the pay-mode word from the options; a stored word is read back to its option.
+    void compAndPayMode_data()
+    {
+        QTest::addColumn<bool>("company");
+        QTest::addColumn<int>("payType");
+        QTest::addColumn<int>("payMode");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("company, regular assessment, cash") << true << 1 << int(ChallanForm::Cash) << "3|Cash";
+        QTest::newRow("non-company, by taxpayer, debit") << false << 0 << int(ChallanForm::DebitToAccount) << "0|Debit to A/c";
+        QTest::newRow("company, no option") << true << 0 << int(ChallanForm::NoPayMode) << "1|Cheque";
+    }
+    void compAndPayMode()
+    {
+        QFETCH(bool, company);
+        QFETCH(int, payType);
+        QFETCH(int, payMode);
+        QFETCH(QString, stored);
+        ChallanForm f(ChallanForm::Kind::Current);
+        QVERIFY(f.load());
+        fill(f, QStringLiteral("1"));
+        f.setCompany(company);
+        f.setPayType(payType);
+        f.setPayMode(payMode);
+        QVERIFY(f.update());
+        QCOMPARE(rows(QStringLiteral("Select comp, paymode From Challan_ZeltOth")), QStringList{stored});
+        QVERIFY(f.load());
+        QVERIFY(f.select(1));
+        QCOMPARE(f.company(), company);
+        QCOMPARE(f.payType(), payType);
+        QCOMPARE(f.payModeWord(), stored.section(QLatin1Char('|'), 1));
+    }
+
+    // The first failing check speaks, in the order the form runs them.
+    void refusalsInOrder_data()
+    {
+        QTest::addColumn<bool>("older");
+        QTest::addColumn<QList<ChallanSection>>("sections");
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<QString>("message");
+        const ChallanSection good{QStringLiteral("7"), QStringLiteral("10"), {}, {}, {}};
+        QTest::newRow("no sections") << false << QList<ChallanSection>{} << "" << "Please add Section-wise Payment details.";
+        QTest::newRow("no section chosen") << false << QList<ChallanSection>{good, {{}, QStringLiteral("5"), {}, {}, {}}} << ""
+                                           << "Please Select Section.";
+        QTest::newRow("no amount") << false << QList<ChallanSection>{{QStringLiteral("7"), {}, {}, {}, {}}} << ""
+                                   << "Please Enter Amount details.";
+        QTest::newRow("no date") << false << QList<ChallanSection>{good} << "" << "Please Specity Date of Challan.";
+        QTest::newRow("older, no nature of payment") << true << QList<ChallanSection>{} << "01/04/2024"
+                                                     << "Please Select Type of Payment.";
+    }
+    void refusalsInOrder()
+    {
+        QFETCH(bool, older);
+        QFETCH(QList<ChallanSection>, sections);
+        QFETCH(QString, date);
+        QFETCH(QString, message);
+        ChallanForm f(older ? ChallanForm::Kind::Older : ChallanForm::Kind::Current);
+        f.setDialogs(&m_dialogs);
+        QVERIFY(f.load());
+        f.add();
+        f.setSections(sections);
+        f.setField(F::ChallanDate, date);
+        QVERIFY(!f.update());
+        QCOMPARE(f.refusal(), message);
+        QCOMPARE(m_dialogs.asked.last().message, message);
+        QVERIFY(rows(QStringLiteral("Select * From Challan_ZeltOth")).isEmpty());
+    }
+
+    // Modify updates in place (the challan number too); copy takes the sections along;
+    // delete removes the header only.
+    void updateCopyDelete()
+    {
+        ChallanForm f(ChallanForm::Kind::Current);
+        f.setDialogs(&m_dialogs);
+        QVERIFY(f.load());
+        fill(f, QStringLiteral("1"));
+        QVERIFY(f.update());
+        QVERIFY(f.modify());
+        f.setField(F::ChallanNo, QStringLiteral("2"));
+        f.addSection({QStringLiteral("15"), QStringLiteral("500"), {}, {}, {}});
+        QVERIFY(f.update());
+        QCOMPARE(rows(QStringLiteral("Select srno, challan_no, tax From Challan_ZeltOth")), QStringList{"1|2|1500"});
+
+        m_dialogs.answers.enqueue(true);
+        QVERIFY(f.copyChallan());
+        QCOMPARE(f.currentSerial(), 2);
+        QCOMPARE(m_dialogs.asked.last().title, QStringLiteral("Confirmation"));
+        QCOMPARE(rows(QStringLiteral("Select ChSrNo, PayNat From Challan_TDSSec Order By ChSrNo, PayNat")),
+                 (QStringList{"1|7", "1|15", "2|7", "2|15"}));
+
+        QVERIFY(f.select(1));
+        m_dialogs.answers.enqueue(false);
+        QVERIFY(!f.deleteChallan());
+        m_dialogs.answers.enqueue(true);
+        QVERIFY(f.deleteChallan());
+        QCOMPARE(f.serials(), QList<int>{2});
+        QCOMPARE(rows(QStringLiteral("Select count(*) From Challan_TDSSec Where ChSrNo=1")), QStringList{"2"});
+        // A later challan under serial 1 replaces the rows left behind.
+        ChallanForm g(ChallanForm::Kind::Current);
+        QVERIFY(g.load());
+        fill(g, QStringLiteral("3"));
+        QCOMPARE(g.store(1, false), 1);
+        QCOMPARE(rows(QStringLiteral("Select PayNat From Challan_TDSSec Where ChSrNo=1")), QStringList{"7"});
+    }
+
+    void twentySectionsAtMost()
+    {
+        ChallanForm f(ChallanForm::Kind::Current);
+        QVERIFY(f.load());
+        f.add();
+        for (int i = 0; i < ChallanForm::kMaxSections; ++i)
+            QVERIFY(f.addSection());
+        QVERIFY(!f.addSection());
+        QCOMPARE(f.refusal(), QStringLiteral("Only 20 Rows can be added for section-wise payment."));
+        QVERIFY(!f.deleteSection(-1));
+        QCOMPARE(f.refusal(), QStringLiteral("Please select a Row to delete."));
+    }
+};
+
+TDS_TEST(TestChallanForm)
+#include "TestChallanForm.moc"
