@@ -1,6 +1,7 @@
 #include "entry/FormRegistry.h"
 
 #include "challan/ChallanTransfer.h"
+#include "challan/ChallanWindow.h"
 #include "declarations/DeclarationTransfer.h"
 #include "declarations/DeclarationWindow.h"
 #include "forms/Form15CDLogic.h"
@@ -49,9 +50,12 @@ const std::vector<FormDescriptor> &all()
         {4, "Form15I", "FORM15I", "Form 15I", certificates, window<frm15i>, logic<Form15ILogic>, "15i",
          {QStringLiteral("Form15I")}},
         {5, "Form15J", "FORM15J", "Form 15J", certificates, nullptr, nullptr, nullptr, {}},
-        {6, "Challan", "CHALLAN", "Challan ITNS 281 (earlier)", challans, nullptr, nullptr, nullptr, {}},
-        {7, "ChallanNew", "ChallanNew", "Challan ITNS 281", challans, nullptr, nullptr, "challan", {},
-         transfer<ChallanTransfer>},
+        {6, "Challan", "CHALLAN", "Challan ITNS 281 (earlier)", challans, window<Challan>,
+         logic<ChallanForm, ChallanForm::Kind::Older>, nullptr,
+         {QStringLiteral("Challan_ZeltOth"), QStringLiteral("Challan_TDSSec")}},
+        {7, "ChallanNew", "ChallanNew", "Challan ITNS 281", challans, window<ChallanNew>,
+         logic<ChallanForm, ChallanForm::Kind::Current>, "challan",
+         {QStringLiteral("Challan_ZeltOth"), QStringLiteral("Challan_TDSSec")}, transfer<ChallanTransfer>},
         {8, "Form15C", "Form15C", "Form 15C", certificates, window<frm15c>,
          logic<Form15CDLogic, Form15CDLogic::Kind::C>, "15c", {QStringLiteral("Form15C")}},
         {9, "Form15D", "Form15D", "Form 15D", certificates, window<frm15d>,

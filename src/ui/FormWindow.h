@@ -38,8 +38,9 @@ public:
     // built): shown at once when visible, else as soon as it shows.
     void informWhenShown(const QString &message);
 
-    // The entry field the window opens in: the first one in tab order that takes input.
-    QWidget *firstField() const;
+    // Where the window opens: the first entry field in tab order that takes input, unless
+    // the window opens on its list.
+    virtual QWidget *firstField() const;
 
 public slots:
     void reject() override;

@@ -80,7 +80,8 @@ private slots:
         const QString tag = QString::fromLatin1(op->tag);
         // the forms built so far; the others fail and log their tag
         static const QHash<QString, QString> built{{"Form15C", "frm15c"}, {"Form15D", "frm15d"}, {"Form15I", "frm15i"},
-                                                   {"Form15GNew", "frm15gNew"}, {"Form15HNew", "frm15hNew"}};
+                                                   {"Form15GNew", "frm15gNew"}, {"Form15HNew", "frm15hNew"},
+                                                   {"Challan", "Challan"}, {"ChallanNew", "ChallanNew"}};
         const QString windowClass = built.value(name);
 
         const int before = int(logLines().size());
