@@ -1,5 +1,7 @@
 #include "challan/ChallanWindow.h"
 
+#include "challan/NsdlHandOff.h"
+
 #include "challan/SectionCombo.h"
 #include "challan/SectionList.h"
 #include "host/IDataObject.h"
@@ -181,6 +183,8 @@ ChallanWindow::ChallanWindow(ChallanForm::Kind kind, QWidget *parent)
 
     if (kind == ChallanForm::Kind::Current)
         buildPicker();
+    else
+        buildProgress();
     chainFocus();
 
     connect(m_vsf, &QTableWidget::cellClicked, this, [this](int row, int) { vsfClicked(row); });
@@ -417,8 +421,13 @@ QWidget *ChallanWindow::buildButtons(QWidget *frame)
                                    {"cmdprintwin", QStringLiteral("&Print Preview"), &ChallanWindow::cmdprintwinClicked}});
     m_famact2 = family("famact2", {{"cmdupdate", QStringLiteral("&Update"), &ChallanWindow::cmdupdateClicked},
                                    {"cmdcancel", QStringLiteral("&Cancel"), &ChallanWindow::cmdcancelClicked}});
-    // The e-pay buttons (cmdePayITD, and cmdePay on the older form) come here with their
-    // browser flows; Alt+E is kept free for them.
+    // The portal's e-pay (cmdePayITD) comes here with its browser flow.
+    if (m_form.kind() == ChallanForm::Kind::Older) {
+        QPushButton *nsdl = FormLayout::button(m_famact1, "cmdePay", QStringLiteral("&e-Payment @ NSDL"));
+        connect(nsdl, &QPushButton::clicked, this, &ChallanWindow::cmdePayClicked);
+        m_buttons.insert(QStringLiteral("cmdePay"), nsdl);
+        m_famact1->layout()->addWidget(nsdl);
+    }
     QPushButton *back = FormLayout::button(bar, "cmdback", QStringLiteral("&Back"));
     connect(back, &QPushButton::clicked, this, &ChallanWindow::cmdbackClicked);
     m_buttons.insert(QStringLiteral("cmdback"), back);
@@ -497,6 +506,77 @@ void ChallanWindow::buildPicker()
     if (auto *outer = qobject_cast<QGridLayout *>(this->layout()))
         outer->addWidget(m_frameSec, 1, 1);
     m_frameSec->hide();
+}
+
+void ChallanWindow::buildProgress()
+{
+    m_famprog = new QFrame(this);
+    m_famprog->setObjectName(QStringLiteral("famprog"));
+    m_famprog->setFrameShape(QFrame::StyledPanel);
+    auto *layout = new QVBoxLayout(m_famprog);
+    layout->setContentsMargins(18, 14, 18, 14);
+    layout->addStretch(1);
+    m_lblprog = new QLabel(QStringLiteral("Please Wait ..."), m_famprog);
+    m_lblprog->setObjectName(QStringLiteral("lblprog"));
+    m_lblprog->setAlignment(Qt::AlignCenter);
+    layout->addWidget(m_lblprog);
+    auto *row = new QHBoxLayout;
+    row->addStretch(1);
+    // Both stop the run between two pages; the browser is closed.
+    const std::pair<const char *, QString> buttons[] = {{"cmdprogC", QStringLiteral("&Cancel")},
+                                                        {"cmdprogS", QStringLiteral("&Stop")}};
+    for (const auto &[name, caption] : buttons) {
+        QPushButton *b = FormLayout::button(m_famprog, name, caption);
+        const QString question = qstrcmp(name, "cmdprogC") == 0 ? QStringLiteral("Do you really want to Cancel?")
+                                                                : QStringLiteral("Do you really want to Stop?");
+        connect(b, &QPushButton::clicked, this, [this, question] {
+            if (dialogs() && dialogs()->ask(question, Dialogs::Icon::Question, false, QStringLiteral("Confirmation")))
+                m_stopRun = true;
+        });
+        m_buttons.insert(QLatin1String(name), b);
+        row->addWidget(b);
+    }
+    row->addStretch(1);
+    layout->addLayout(row);
+    layout->addStretch(1);
+    if (auto *outer = qobject_cast<QGridLayout *>(this->layout()))
+        outer->addWidget(m_famprog, 1, 1);
+    m_famprog->hide();
+}
+
+void ChallanWindow::cmdePayClicked()
+{
+    if (m_form.editing() || m_form.currentSerial() == 0)
+        return;
+    IDataObject *data = modbase::dataObject();
+    if (!data)
+        return;
+    NsdlHandOff::Challan c;
+    c.company = m_form.company();
+    c.regularAssessment = m_form.payType() == 1;
+    c.sectionCode = SectionList::sectionList(QStringLiteral("GETCODE"), m_form.natureOfPayment(), data->AsYear());
+    c.tan = m_form.field(F::Tan);
+    c.asYear = data->AsYear();
+    c.address = ChallanPrint::readAddress(*data, data->codeno());
+
+    m_stopRun = false;
+    m_buttons.value(QStringLiteral("cmdePay"))->setEnabled(false);
+    m_frame1->hide();
+    m_lblprog->setText(QStringLiteral("Please Wait ..."));
+    m_famprog->show();
+    m_buttons.value(QStringLiteral("cmdprogC"))->setFocus(Qt::OtherFocusReason);
+    const NsdlHandOff::Outcome out = NsdlHandOff::run(
+        c, data->vTmpPath(), [this](const QString &text) { m_lblprog->setText(text); }, [this] { return m_stopRun; });
+    m_famprog->hide();
+    m_frame1->show();
+    m_buttons.value(QStringLiteral("cmdePay"))->setEnabled(true);
+    m_vsf->setFocus(Qt::OtherFocusReason);
+    if (!out.message.isEmpty() && dialogs())
+        dialogs()->inform(out.message, QString(), Dialogs::Icon::Exclamation);
+    showStatus(out.cancelled ? QStringLiteral("e-Payment @ NSDL stopped")
+              : out.message.isEmpty() ? QStringLiteral("Challan %1 filled at NSDL: choose the bank and pay in the browser")
+                                            .arg(m_form.currentSerial())
+                                      : QStringLiteral("e-Payment @ NSDL failed"));
 }
 
 void ChallanWindow::chainFocus()

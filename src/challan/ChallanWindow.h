@@ -13,6 +13,7 @@ class QAbstractButton;
 class QButtonGroup;
 class QComboBox;
 class QFrame;
+class QLabel;
 class QPushButton;
 class QShortcut;
 class QTableWidget;
@@ -44,6 +45,7 @@ public slots:
     void CmdDelSecClicked();
     void CmdSearchClicked();
     void CmdBackSecClicked();
+    void cmdePayClicked();
     void vsfClicked(int row);
 
 protected:
@@ -60,6 +62,7 @@ private:
     QWidget *buildSections(QWidget *frame);
     QWidget *buildButtons(QWidget *frame);
     void buildPicker();
+    void buildProgress();
     void chainFocus();
 
     void formLoad();
@@ -97,6 +100,10 @@ private:
     QWidget *m_famact2 = nullptr;
     QHash<QString, QPushButton *> m_buttons;
     QShortcut *m_save = nullptr;
+
+    QFrame *m_famprog = nullptr;           // the NSDL run's progress, in place of Frame1
+    QLabel *m_lblprog = nullptr;
+    bool m_stopRun = false;                // FlagCancel of the running hand-off
 
     QFrame *m_frameSec = nullptr;
     QTableWidget *m_picker = nullptr;      // VsSec
