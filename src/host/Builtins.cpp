@@ -1,5 +1,6 @@
 // The real implementations of the host services, registered under their programmatic names.
 #include "host/DataObject.h"
+#include "host/GeneralHelper.h"
 #include "host/ServiceRegistry.h"
 #include "host/online/OnlineActionWrapper.h"
 #include "host/report/ReportObject.h"
@@ -15,6 +16,8 @@ void registerBuiltins()
         registerFactory(QString::fromLatin1(ProgId::ReportObject), createReportObject);
     if (!isRegistered(QString::fromLatin1(ProgId::OnlineAction)))
         registerFactory(QString::fromLatin1(ProgId::OnlineAction), createOnlineAction);
+    if (!isRegistered(QString::fromLatin1(ProgId::GeneralHelper)))
+        registerFactory(QString::fromLatin1(ProgId::GeneralHelper), createGeneralHelper);
 }
 
 } // namespace ServiceRegistry

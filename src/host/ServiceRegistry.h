@@ -32,4 +32,5 @@ namespace ProgId {
 inline const char *const DataObject = "ZeltBase.ClsData";
 inline const char *const ReportObject = "PrjOrvikReporter.ClsMain";
 inline const char *const OnlineAction = "OrvikOlActWrapper.ClsBaseMain";
+inline const char *const GeneralHelper = "OrvikVelCom.TalvoCom";
 } // namespace ProgId

@@ -1,0 +1,87 @@
+// The general helper's POST against a local server: what the server receives, and what the
+// caller gets back for each kind of answer.
+#include "HeadlessBrowser.h"
+#include "MockPortal.h"
+#include "TestRegistry.h"
+
+#include "host/IGeneralHelper.h"
+#include "host/ServiceRegistry.h"
+
+#include <QTcpServer>
+#include <QTest>
+
+class GeneralHelperTest : public QObject
+{
+    Q_OBJECT
+
+    MockPortal m_server;
+    std::shared_ptr<IGeneralHelper> m_helper;
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(HeadlessBrowser::configure(3, 50, &error), qPrintable(error));
+        QVERIFY(m_server.start());
+        m_server.setHandler(QStringLiteral("/echo"), [](const MockPortal::Request &request) {
+            MockPortal::Reply reply;
+            reply.contentType = "application/json";
+            reply.body = R"({"successFlag":"true","got":)" + QByteArray::number(request.body.size()) + "}";
+            return reply;
+        });
+        MockPortal::Reply refused;
+        refused.status = 401;
+        refused.contentType = "application/json";
+        refused.body = R"({"errors":[{"code":"EF401","desc":"Unauthorized"}]})";
+        m_server.setReply(QStringLiteral("/refused"), refused);
+        MockPortal::Reply empty;
+        empty.status = 503;
+        m_server.setReply(QStringLiteral("/down"), empty);
+        ServiceRegistry::registerBuiltins();
+        m_helper = createObjectAs<IGeneralHelper>(QString::fromLatin1(ProgId::GeneralHelper));
+        QVERIFY(m_helper);
+    }
+
+    void sent()
+    {
+        const QString body = QString::fromUtf8("{\"pan\":\"BLRA12345B\",\"name\":\"\xc4\x80 & ' \"}");
+        const QString reply = m_helper->HttpPost(m_server.url(QStringLiteral("/echo")), QString(),
+                                                 QStringLiteral("AuthToken=tok-1; Lang=en"), body,
+                                                 QStringLiteral("application/json; charset=UTF-8"),
+                                                 QStringLiteral("X-Request-Source: tds\r\nAccept: application/json"));
+        QCOMPARE(reply, QStringLiteral(R"({"successFlag":"true","got":%1})").arg(body.toUtf8().size()));
+        const MockPortal::Request seen = m_server.lastRequest(QStringLiteral("/echo"));
+        QCOMPARE(seen.method, QByteArray("POST"));
+        QCOMPARE(seen.body, body.toUtf8());
+        QCOMPARE(seen.header("Cookie"), QByteArray("AuthToken=tok-1; Lang=en"));
+        QCOMPARE(seen.header("Content-Type"), QByteArray("application/json; charset=UTF-8"));
+        QCOMPARE(seen.header("X-Request-Source"), QByteArray("tds"));
+        QCOMPARE(seen.header("Authorization"), QByteArray());
+    }
+
+    void answers_data()
+    {
+        QTest::addColumn<QString>("url");     // "%1": the server
+        QTest::addColumn<QString>("reply");   // what the reply starts with
+        QTest::newRow("refused with a reason") << "%1/refused" << R"({"errors":[{"code":"EF401")";
+        QTest::newRow("error without a body") << "%1/down" << "#ERROR;";
+        QTest::newRow("nobody listening") << "http://127.0.0.1:%2/x" << "#ERROR;";
+        QTest::newRow("not an address") << "no address" << "#ERROR;Not an address";
+    }
+    void answers()
+    {
+        QFETCH(QString, url);
+        QFETCH(QString, reply);
+        QTcpServer closed;
+        QVERIFY(closed.listen(QHostAddress::LocalHost));
+        const quint16 freePort = closed.serverPort();
+        closed.close();
+        url.replace(QStringLiteral("%1"), m_server.baseUrl()).replace(QStringLiteral("%2"), QString::number(freePort));
+        const QString got = m_helper->HttpPost(url, QStringLiteral("Bearer x"), QString(), QStringLiteral("{}"),
+                                               QStringLiteral("application/json"), QString());
+        QVERIFY2(got.startsWith(reply), qPrintable(got));
+    }
+};
+
+TDS_TEST(GeneralHelperTest)
+#include "GeneralHelperTest.moc"

@@ -1,0 +1,220 @@
+// The TAN challan draft in a logged-in headless Chromium against the mock portal: the three
+// bodies as the payment API receives them, key by key and in order, the session's token,
+// each reply failure at its page, and the token and password kept out of messages and files.
+#include "HeadlessBrowser.h"
+#include "MockItdPortal.h"
+#include "PauseRecordingBrowser.h"
+#include "TestDatabase.h"
+#include "TestRegistry.h"
+
+#include "epay/PortalPages.h"
+#include "epay/PortalSession.h"
+#include "epay/TanChallanDraft.h"
+#include "host/DataHome.h"
+#include "host/ServiceRegistry.h"
+#include "json/JSON.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QTest>
+
+namespace {
+
+const QString Password = QStringLiteral("Portal#Pass9");
+
+TanDraftPayment payment()
+{
+    TanDraftPayment p;
+    p.tan = QStringLiteral("BLRA12345B");
+    p.assessmentYear = QStringLiteral("2026");
+    p.majorHead = QStringLiteral("0020");
+    p.minorHead = QStringLiteral("400");
+    p.basicTax = QStringLiteral("1500.50");
+    p.surCharge = QStringLiteral("100");
+    p.eduCess = QStringLiteral("60");
+    p.interest = QStringLiteral("40");
+    p.penalty = QStringLiteral("0");
+    p.others = QStringLiteral("100");
+    p.paymentMode = QStringLiteral("EPY");
+    p.subPayMode = QStringLiteral("IB");
+    p.bankCode = QStringLiteral("HDFC");
+    p.paymentModeDesc = QStringLiteral("e-Payment/Internet Banking");
+    return p;
+}
+
+QStringList keysOf(const QByteArray &body, const QString &part)
+{
+    const JsonValue whole = ParseJson(QString::fromUtf8(body));
+    const JsonValue *inner = whole.dictionary() ? whole.dictionary()->find(part) : nullptr;
+    return inner && inner->dictionary() ? inner->dictionary()->keys() : QStringList{"<no " + part + ">"};
+}
+
+QString valueOf(const QByteArray &body, const QString &key)
+{
+    const JsonValue whole = ParseJson(QString::fromUtf8(body));
+    const JsonValue *formData = whole.dictionary() ? whole.dictionary()->find(QStringLiteral("formData")) : nullptr;
+    const JsonValue *value = formData && formData->dictionary() ? formData->dictionary()->find(key) : nullptr;
+    if (!value)
+        return QStringLiteral("<absent>");
+    return value->isNumber() ? value->toDecimal().toString() : value->toString();
+}
+
+const QStringList Amounts{"basicTax", "surCharge", "eduCess", "interest", "penalty", "others", "totalAmt"};
+
+} // namespace
+
+class TanChallanDraftFlowTest : public QObject
+{
+    Q_OBJECT
+
+    MockItdPortal m_portal;
+    std::shared_ptr<PauseRecordingBrowser> m_browser;
+    QStringList m_shown;   // messages and details of every run
+    QStringList m_tokens;
+
+    void logIn()
+    {
+        PortalSession session(m_browser.get());
+        PortalResult result = session.open(QStringLiteral("host"), QDir::tempPath());
+        if (result.ok())
+            result = session.login(QStringLiteral("BLRA12345B"), Password);
+        QVERIFY2(result.ok(), qPrintable(result.message));
+        m_tokens << m_portal.authToken();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
+        TDS_REQUIRE_BROWSER();
+        QVERIFY(m_portal.start());
+        m_portal.setAccount(QStringLiteral("BLRA12345B"), Password);
+        ServiceRegistry::registerBuiltins();
+        m_browser = std::make_shared<PauseRecordingBrowser>(createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction)));
+        logIn();
+    }
+    void cleanupTestCase()
+    {
+        if (m_browser)
+            m_browser->Quit();
+    }
+    void init() { m_portal.clearDrafts(); }
+
+    void savedAndContinued()
+    {
+        QStringList statuses;
+        TanChallanDraft draft(m_browser.get(), [&](const QString &text) { statuses << text; });
+        const PortalResult result = draft.run(payment());
+        m_shown << result.message << result.detail;
+        QVERIFY2(result.ok(), qPrintable(result.message));
+        QCOMPARE(statuses, (QStringList{"Opening Tax Applicable Details Page ...", "Opening Tax Break up Details Page ...",
+                                        "Opening Payment Details Page ...", "Opening e-Pay Tax Page ..."}));
+        QCOMPARE(m_browser->WaitForResponsePage(PortalPages::ePayDashboardLocator()), QStringLiteral("OK"));
+
+        const auto posts = m_portal.draftPosts();
+        QCOMPARE(posts.size(), 3);
+        const QString reference = valueOf(m_portal.draftPosts().at(1).body, QStringLiteral("pymntRefNum"));
+        QVERIFY(!reference.isEmpty());
+        QCOMPARE(draft.paymentReference(), reference);
+
+        const QStringList bodyKeys[3] = {
+            QStringList{"pan", "tileId", "majorHead", "minorHead", "assmentYear"} + Amounts
+                + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "majorSlNum",
+                              "minorSlNum", "taxPayerName", "category", "natrOfPymnt", "pageName", "createdByUser"},
+            QStringList{"pan", "tileId", "majorHead", "minorHead", "majorSlNum", "minorSlNum"} + Amounts
+                + QStringList{"assmentYear", "totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum",
+                              "category", "natrOfPymnt", "pageName", "createdByUser"},
+            QStringList{"pan", "assmentYear", "majorHead", "majorSlNum", "minorHead", "minorSlNum", "tileId"} + Amounts
+                + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "paymentModeDesc",
+                              "category", "natrOfPymnt", "effBankDetails", "pageName", "createdByUser"},
+        };
+        const char *pages[3] = {"addTaxApplicableDetails", "addTaxBreakupDetails", "addPaymentDetails"};
+        for (int i = 0; i < 3; ++i) {
+            const QByteArray &body = posts.at(i).body;
+            QVERIFY2(body.startsWith("{\"header\":{\"formName\":\"PO-03-PYMNT\"},\"formData\":{"), body.constData());
+            const QStringList keys = keysOf(body, QStringLiteral("formData"));
+            for (int k = 0; k < qMax(keys.size(), bodyKeys[i].size()); ++k)
+                QCOMPARE(keys.value(k, QStringLiteral("<none>")), bodyKeys[i].value(k, QStringLiteral("<none>")));
+            QCOMPARE(posts.at(i).cookie, ("AuthToken=" + m_portal.authToken()).toUtf8());
+            QCOMPARE(posts.at(i).contentType, QByteArray("application/json"));
+            QCOMPARE(valueOf(body, QStringLiteral("pageName")), QString::fromLatin1(pages[i]));
+            QCOMPARE(valueOf(body, QStringLiteral("pymntRefNum")), i == 0 ? QString() : reference);
+            QCOMPARE(valueOf(body, QStringLiteral("totalAmtWord")),
+                     i == 0 ? QString() : QStringLiteral("Rupees One Thousand Eight Hundred and Paise Fifty Only"));
+            QCOMPARE(valueOf(body, QStringLiteral("totalAmt")), i == 0 ? QString() : QStringLiteral("1800.5"));
+        }
+    }
+
+    // The replies of the three requests in order; the run stops at the first refused one.
+    void replyFailures_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("replies");
+        QTest::addColumn<QString>("failure");
+        QTest::addColumn<int>("posts");
+        QTest::addColumn<QString>("detail");
+        const QByteArray ok = R"({"successFlag":"true","pymntRefNum":"261100000077","errors":[]})";
+        QTest::newRow("first refused")
+            << QList<QByteArray>{R"({"successFlag":"false","errors":[{"code":"EF1","desc":"Invalid assessment year"}]})"}
+            << "Failed to Save 'Tax Applicable Details' Page !" << 1 << "EF1: Invalid assessment year";
+        QTest::newRow("second without a reference") << QList<QByteArray>{ok, R"({"successFlag":"TRUE","pymntRefNum":""})"}
+                                                    << "Failed to verify 'Tax Break up Details' Page !" << 2 << "";
+        QTest::newRow("third an error page")
+            << QList<QByteArray>{ok, ok, "#500"} << "Failed to Save 'Payment Details' Page !" << 3 << "not JSON";
+    }
+    void replyFailures()
+    {
+        QFETCH(QList<QByteArray>, replies);
+        QFETCH(QString, failure);
+        QFETCH(int, posts);
+        QFETCH(QString, detail);
+        for (const QByteArray &reply : replies) {
+            if (reply == "#500")
+                m_portal.queueDraftReply("<html><body>Internal Server Error</body></html>", 500);
+            else
+                m_portal.queueDraftReply(reply);
+        }
+        QStringList statuses;
+        TanChallanDraft draft(m_browser.get(), [&](const QString &text) { statuses << text; });
+        const PortalResult result = draft.run(payment());
+        m_shown << result.message << result.detail;
+        QCOMPARE(result.failure, failure);
+        QVERIFY2(result.message.startsWith(failure + QStringLiteral("\r\n\r\n")), qPrintable(result.message));
+        QVERIFY2(result.detail.contains(detail), qPrintable(result.detail));
+        QCOMPARE(m_portal.draftPosts().size(), posts);
+        QCOMPARE(statuses.size(), posts);
+        QCOMPARE(draft.paymentReference(), QString());
+    }
+
+    // Signed out (a new session that never logged in): the portal refuses the first request.
+    // Last of the browser tests: the session stays signed out.
+    void withoutLogin()
+    {
+        PortalSession session(m_browser.get());
+        QVERIFY(session.open(QStringLiteral("host"), QDir::tempPath()).ok());
+        const PortalResult result = TanChallanDraft(m_browser.get()).save(payment());
+        m_shown << result.message << result.detail;
+        QCOMPARE(result.failure, QStringLiteral("Failed to Save 'Tax Applicable Details' Page !"));
+        QVERIFY2(result.detail.contains(QLatin1String("Unauthorized")), qPrintable(result.detail));
+        QCOMPARE(m_portal.draftPosts().size(), 1);
+        QCOMPARE(m_portal.draftPosts().first().cookie, QByteArray("AuthToken="));
+    }
+
+    // Nothing of the session is written anywhere, nor shown.
+    void tokenAndPasswordKeptOut()
+    {
+        QVERIFY(!m_tokens.isEmpty());
+        QByteArray everything = m_shown.join(QLatin1Char('\n')).toUtf8();
+        QDirIterator files(DataHome::path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly))
+                everything += file.readAll();
+        }
+        for (const QString &secret : m_tokens + QStringList{Password})
+            QVERIFY2(!everything.contains(secret.toUtf8()), qPrintable(secret));
+    }
+};
+
+TDS_TEST(TanChallanDraftFlowTest)
+#include "TanChallanDraftFlowTest.moc"
