@@ -12,25 +12,6 @@ namespace DeclarationPrint {
 
 namespace {
 
-// What one cell of Part I or Part II shows.
-enum class Source {
-    Slot,        // the slot's text
-    Amount,      // the slot as a printed amount
-    AsYear,      // the assessment year of the print
-    Phone,       // two slots: STD code and number
-    Flag,        // one digit of the source flags: "Yes" or "No"
-};
-
-struct Item
-{
-    Source source = Source::Slot;
-    int slot = 0;
-    int second = 0;   // Phone: the number's slot; Flag: the digit
-    CellAt at = {};
-};
-
-constexpr int NoSlot = -1;
-
 // Template tables shared by both forms.
 constexpr int DeclarantTable = 1;   // items in pairs: label, value, label, value
 constexpr int AoCodeTable = 2;      // code; the four parts' headings; the four parts
@@ -167,6 +148,8 @@ const TemplateLayout LayoutBoth = {
     {PayerPlaceTable, 1, 1},
 };
 
+} // namespace
+
 QString slotText(const QStringList &values, int slot)
 {
     return slot >= 0 && slot < values.size() ? values.at(slot) : QString();
@@ -177,6 +160,7 @@ QString printedAmount(const QString &text)
     return text.trimmed().isEmpty() ? QString() : TextHelpers::indianAmount(text);
 }
 
+namespace {
 QString phone(const QString &std, const QString &number)
 {
     if (std.trimmed().isEmpty())
@@ -190,6 +174,7 @@ bool ticked(const QString &flags, int digit)
 {
     return digit < flags.size() && flags.at(digit) == QLatin1Char('1');
 }
+} // namespace
 
 void addItems(TemplateFill &fill, const QList<Item> &items, const QStringList &values, const QString &asYear)
 {
@@ -207,6 +192,8 @@ void addItems(TemplateFill &fill, const QList<Item> &items, const QStringList &v
             break;
         case Source::Phone:
             value = phone(slotText(values, item.slot), slotText(values, item.second));
+            if (const QString mobile = slotText(values, item.third); !mobile.trimmed().isEmpty())
+                value = value.trimmed().isEmpty() ? mobile : value + QStringLiteral(" / ") + mobile;
             break;
         case Source::Flag:
             value = ticked(slotText(values, item.slot), item.second) ? QStringLiteral("Yes") : QStringLiteral("No");
@@ -215,8 +202,6 @@ void addItems(TemplateFill &fill, const QList<Item> &items, const QStringList &v
         fill.cell(item.at.table, item.at.row, item.at.column, value);
     }
 }
-
-} // namespace
 
 const TemplateLayout &layout(bool form15H)
 {

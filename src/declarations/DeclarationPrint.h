@@ -33,6 +33,32 @@ struct CellAt
     int column = 0;
 };
 
+// What one cell of Part I or Part II shows.
+enum class Source {
+    Slot,        // the slot's text
+    Amount,      // the slot as a printed amount
+    AsYear,      // the assessment year of the print
+    Phone,       // STD code and number (slot, second), and the mobile (third) when given
+    Flag,        // one digit of the source flags: "Yes" or "No"
+};
+
+constexpr int NoSlot = -1;
+
+struct Item
+{
+    Source source = Source::Slot;
+    int slot = 0;
+    int second = 0;   // Phone: the number's slot; Flag: the digit
+    CellAt at = {};
+    int third = NoSlot;   // Phone: the mobile's slot
+};
+
+// Each item's value written into its cell, in the order of the list.
+void addItems(TemplateFill &fill, const QList<Item> &items, const QStringList &values, const QString &asYear);
+// "#,##0.00" in the Indian grouping; empty stays empty.
+QString printedAmount(const QString &text);
+QString slotText(const QStringList &values, int slot);
+
 // The template tables of one form, the single source of the cell coordinates.
 struct TemplateLayout
 {

@@ -12,38 +12,9 @@ const QString kDeclarant = QStringLiteral("declarant");
 const QString kPayer = QStringLiteral("payer");
 const QString kSchedules = QStringLiteral("schedules");
 
-QString captionOf(const Slot &slot)
-{
-    return QString(slot.caption).remove(QLatin1Char('&')).trimmed();
-}
-
-// The rules of typing on one block of slots; false with the first refusal in *why.
-bool checkBlock(const QString &block, const SlotTable &table, int firstSlot, QStringList &texts, QString *why)
-{
-    const IDataObject &data = modbase::data();
-    for (int i = 0; i < texts.size(); ++i) {
-        const Slot &slot = table.at(firstSlot + i);
-        const FieldRules::Outcome outcome = FieldRules::imported(slot, texts[i], data);
-        if (!outcome.ok) {
-            *why = QStringLiteral("%1 slot %2 (\"%3\"): %4").arg(block).arg(i).arg(captionOf(slot), outcome.message);
-            return false;
-        }
-        texts[i] = outcome.text;
-    }
-    return true;
-}
-
 } // namespace
 
-DeclarationTransfer::DeclarationTransfer(bool form15H) : m_form(form15H) {}
-
-bool DeclarationTransfer::open(QString *why)
-{
-    if (m_form.load())
-        return true;
-    *why = m_form.loadError();
-    return false;
-}
+DeclarationTransfer::DeclarationTransfer(bool form15H) : RecordFormTransfer(m_form), m_form(form15H) {}
 
 int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
 {
@@ -63,9 +34,10 @@ int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
     }
 
     const SlotTable &table = m_form.slotTable();
-    if (!checkBlock(kDeclarant, table, 0, declarant, why) || !checkBlock(kPayer, table, m_form.declarantCount(), payer, why))
-        return 0;
     const IDataObject &data = modbase::data();
+    if (!FieldRules::importBlock(kDeclarant, table, 0, declarant, data, why)
+        || !FieldRules::importBlock(kPayer, table, m_form.declarantCount(), payer, data, why))
+        return 0;
     for (int k = 0; k < 5; ++k) {
         const ScheduleLayout layout = DeclarationSlots::schedule(h, k);
         for (QStringList &row : schedules[k]) {
@@ -78,22 +50,6 @@ int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
     if (!stored)
         *why = m_form.saveError();
     return stored;
-}
-
-QList<int> DeclarationTransfer::serials() const
-{
-    return m_form.serials();
-}
-
-bool DeclarationTransfer::show(int serial, QString *why)
-{
-    const int at = int(m_form.serials().indexOf(serial));
-    if (at < 0) {
-        *why = QStringLiteral("there is no declaration %1 for this deductor and year").arg(serial);
-        return false;
-    }
-    m_form.moveTo(at);
-    return true;
 }
 
 JsonValue DeclarationTransfer::exportRecord(int serial, QString *why)

@@ -4,6 +4,8 @@
 #include "challan/ChallanWindow.h"
 #include "declarations/DeclarationTransfer.h"
 #include "declarations/DeclarationWindow.h"
+#include "declarations/Oct15Transfer.h"
+#include "declarations/Oct15Window.h"
 #include "forms/Form15CDLogic.h"
 #include "forms/Form15ILogic.h"
 #include "forms/frm15c.h"
@@ -46,7 +48,8 @@ const std::vector<FormDescriptor> &all()
          {QStringLiteral("Tb15hM"), QStringLiteral("Tb15hT1"), QStringLiteral("Tb15hT2"), QStringLiteral("Tb15hT3"),
           QStringLiteral("Tb15hT4"), QStringLiteral("Tb15hT5")},
          transfer<DeclarationTransfer, true>},
-        {3, "Form15HNew1", "Form15HNew1", "Form 15H (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
+        {3, "Form15HNew1", "Form15HNew1", "Form 15H (October 2015)", declarations, window<frm15hOct15>,
+         logic<Oct15Form, true>, "15h-oct15", {QStringLiteral("Tb15hNew")}, transfer<Oct15Transfer, true>},
         {4, "Form15I", "FORM15I", "Form 15I", certificates, window<frm15i>, logic<Form15ILogic>, "15i",
          {QStringLiteral("Form15I")}},
         {5, "Form15J", "FORM15J", "Form 15J", certificates, nullptr, nullptr, nullptr, {}},
@@ -65,7 +68,8 @@ const std::vector<FormDescriptor> &all()
          {QStringLiteral("Tb15gM"), QStringLiteral("Tb15gT1"), QStringLiteral("Tb15gT2"), QStringLiteral("Tb15gT3"),
           QStringLiteral("Tb15gT4"), QStringLiteral("Tb15gT5")},
          transfer<DeclarationTransfer, false>},
-        {12, "Form15GNew1", "Form15GNew1", "Form 15G (October 2015)", declarations, nullptr, nullptr, nullptr, {}},
+        {12, "Form15GNew1", "Form15GNew1", "Form 15G (October 2015)", declarations, window<frm15gOct15>,
+         logic<Oct15Form, false>, "15g-oct15", {QStringLiteral("Tb15gNew")}, transfer<Oct15Transfer, false>},
         {13, "Form13New", "Form13New", "Form 13", certificates, nullptr, nullptr, nullptr, {}},
         {14, "Form13Old", "Form13OLD", "Form 13 (earlier layout)", certificates, nullptr, nullptr, nullptr, {}},
         {15, "Form26QA", "FORM26QA", "Form 26QA", property, nullptr, nullptr, nullptr, {}},

@@ -251,14 +251,24 @@ QVariant Recordset::field(const QString &name) const
     return field(fieldIndex(name));
 }
 
+namespace {
+// A decimal column comes as a double; its text is never in exponent form ("3e+05" reads as 3).
+QString textOf(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Double)
+        return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
+    return value.toString();
+}
+} // namespace
+
 QString Recordset::text(int index) const
 {
-    return field(index).toString();
+    return textOf(field(index));
 }
 
 QString Recordset::text(const QString &name) const
 {
-    return field(name).toString();
+    return textOf(field(name));
 }
 
 bool Recordset::find(const QString &criteria)

@@ -92,7 +92,14 @@ Outcome imported(const Slot &slot, const QString &text, const IDataObject &data)
     Outcome out = leave(slot, typed(slot, text), data);
     if (!out.ok || out.text.isEmpty())
         return out;
-    if (slot.kind == FieldKind::Combo && !slot.stateList && !slot.items.contains(out.text)) {
+    if (slot.kind == FieldKind::Combo && !slot.stateList) {
+        // An item as the list spells it, whatever the case it came in ("Yes" typed as "YES").
+        for (const QString &item : slot.items) {
+            if (item.compare(out.text, Qt::CaseInsensitive) == 0) {
+                out.text = item;
+                return out;
+            }
+        }
         out.ok = false;
         out.message = QStringLiteral("\"%1\" is not one of: %2.").arg(out.text, slot.items.join(QStringLiteral(", ")));
     } else if (slot.kind == FieldKind::Flags) {
@@ -108,6 +115,22 @@ Outcome imported(const Slot &slot, const QString &text, const IDataObject &data)
         }
     }
     return out;
+}
+
+bool importBlock(const QString &block, const SlotTable &table, int firstSlot, QStringList &texts,
+                 const IDataObject &data, QString *why)
+{
+    for (int i = 0; i < texts.size(); ++i) {
+        const Slot &slot = table.at(firstSlot + i);
+        const Outcome outcome = imported(slot, texts[i], data);
+        if (!outcome.ok) {
+            const QString caption = QString(slot.caption).remove(QLatin1Char('&')).trimmed();
+            *why = QStringLiteral("%1 slot %2 (\"%3\"): %4").arg(block).arg(i).arg(caption, outcome.message);
+            return false;
+        }
+        texts[i] = outcome.text;
+    }
+    return true;
 }
 
 QString scheduleCell(const ScheduleColumn &column, const QString &text, const IDataObject *data)

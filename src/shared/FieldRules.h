@@ -26,6 +26,12 @@ QString typed(const Slot &slot, const QString &text);
 // group of check boxes only its digits.
 Outcome imported(const Slot &slot, const QString &text, const IDataObject &data);
 
+// A block of slots from an import file (the texts of table[firstSlot], table[firstSlot + 1],
+// ...), each through imported() and normalised in place. False with the first refusal in
+// *why: "<block> slot <i> ("<caption>"): <message>".
+bool importBlock(const QString &block, const SlotTable &table, int firstSlot, QStringList &texts,
+                 const IDataObject &data, QString *why);
+
 // A finished schedule cell: a number column reading as 0 becomes "Nil", an amount takes
 // "###0.00", a date goes through convertdate (kept as typed without a data object), text
 // in capitals.

@@ -96,30 +96,46 @@ QList<QList<QStringList>> JsonRecordReader::tables(const QString &name, const QL
         return out;
     }
     for (qsizetype t = 0; t < columns.size(); ++t) {
-        const JsonCollection *rows = list->at(t).collection();
-        if (!rows) {
-            fail(QStringLiteral("%1 %2 is not an array of rows").arg(name).arg(t + 1));
+        if (!readRows(list->at(t), QStringLiteral("%1 %2").arg(name).arg(t + 1), columns[t], &out[t]))
             return out;
-        }
-        for (qsizetype r = 0; r < rows->count(); ++r) {
-            const QString where = QStringLiteral("%1 %2 row %3").arg(name).arg(t + 1).arg(r + 1);
-            const JsonCollection *cells = rows->at(r).collection();
-            if (!cells || cells->count() > columns[t]) {
-                fail(where + QStringLiteral(" is not an array of at most %1 cells").arg(columns[t]));
-                return out;
-            }
-            QStringList row;
-            for (const JsonValue &cell : *cells) {
-                QString c;
-                if (!text(cell, where, &c))
-                    return out;
-                row << c;
-            }
-            row.resize(columns[t]);
-            out[t] << row;
-        }
     }
     return out;
+}
+
+QList<QStringList> JsonRecordReader::rows(const QString &name, int columns)
+{
+    QList<QStringList> out;
+    const JsonValue *value = member(name);
+    if (value && !value->isNull())
+        readRows(*value, QStringLiteral("\"%1\"").arg(name), columns, &out);
+    return out;
+}
+
+bool JsonRecordReader::readRows(const JsonValue &value, const QString &where, int columns, QList<QStringList> *out)
+{
+    const JsonCollection *rows = value.collection();
+    if (!rows) {
+        fail(where + QStringLiteral(" is not an array of rows"));
+        return false;
+    }
+    for (qsizetype r = 0; r < rows->count(); ++r) {
+        const QString at = QStringLiteral("%1 row %2").arg(where).arg(r + 1);
+        const JsonCollection *cells = rows->at(r).collection();
+        if (!cells || cells->count() > columns) {
+            fail(at + QStringLiteral(" is not an array of at most %1 cells").arg(columns));
+            return false;
+        }
+        QStringList row;
+        for (const JsonValue &cell : *cells) {
+            QString c;
+            if (!text(cell, at, &c))
+                return false;
+            row << c;
+        }
+        row.resize(columns);
+        *out << row;
+    }
+    return true;
 }
 
 bool JsonRecordReader::flag(const QString &name, bool fallback)
@@ -169,14 +185,18 @@ JsonValue JsonRecordReader::array(const QStringList &texts)
     return out;
 }
 
+JsonValue JsonRecordReader::array(const QList<QStringList> &rows)
+{
+    JsonValue out = JsonValue::newCollection();
+    for (const QStringList &row : rows)
+        out.collection()->add(array(row));
+    return out;
+}
+
 JsonValue JsonRecordReader::array(const QList<QList<QStringList>> &tables)
 {
     JsonValue out = JsonValue::newCollection();
-    for (const QList<QStringList> &rows : tables) {
-        JsonValue table = JsonValue::newCollection();
-        for (const QStringList &row : rows)
-            table.collection()->add(array(row));
-        out.collection()->add(table);
-    }
+    for (const QList<QStringList> &rows : tables)
+        out.collection()->add(array(rows));
     return out;
 }

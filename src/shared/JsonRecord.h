@@ -25,6 +25,8 @@ public:
     // An array of tables, one per entry of columns, each an array of rows of at most that
     // many texts (short rows are padded). Absent or []: every table empty.
     QList<QList<QStringList>> tables(const QString &name, const QList<int> &columns);
+    // One such table: an array of rows of at most columns texts. Absent or null: no rows.
+    QList<QStringList> rows(const QString &name, int columns);
     // A true/false member; absent: fallback.
     bool flag(const QString &name, bool fallback);
     // An array of objects, each read by its own reader; absent: none.
@@ -36,11 +38,14 @@ public:
 
     // A JSON array of texts, and one of tables, for the export.
     static JsonValue array(const QStringList &texts);
+    static JsonValue array(const QList<QStringList> &rows);
     static JsonValue array(const QList<QList<QStringList>> &tables);
 
 private:
     const JsonValue *member(const QString &name);
     bool text(const JsonValue &value, const QString &where, QString *out);
+    // The rows of one table into *out; false (failed) when they are not rows of texts.
+    bool readRows(const JsonValue &value, const QString &where, int columns, QList<QStringList> *out);
 
     const JsonDictionary *m_record = nullptr;
     QSet<QString> m_read;

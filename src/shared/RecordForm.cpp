@@ -105,7 +105,7 @@ void RecordForm::showCurrent()
 void RecordForm::setPositionStatus()
 {
     if (m_serials.isEmpty())
-        m_status = QStringLiteral("No %1 yet: Alt+A adds one").arg(m_recordName.toLower());
+        m_status = QStringLiteral("No %1 yet: %2 adds one").arg(m_recordName.toLower(), addKeyHint);
     else
         m_status = QStringLiteral("%1 %2 of %3").arg(m_recordName).arg(m_position + 1).arg(m_serials.size());
 }
@@ -224,9 +224,20 @@ bool RecordForm::writeRecord(int sourceSerialForDetails)
     return ok;
 }
 
+bool RecordForm::refusedByChecks()
+{
+    const Refusal refusal = checkBeforeSave();
+    m_refusedSlot = refusal.slot;
+    if (refusal.slot < 0)
+        return false;
+    setSaveError(refusal.message);
+    return true;
+}
+
 bool RecordForm::saveRecord()
 {
-    if (refusedAfterFailedLoad() || !m_editing)
+    m_refusedSlot = -1;
+    if (refusedAfterFailedLoad() || !m_editing || refusedByChecks())
         return false;
     if (!writeRecord(0))
         return false;
@@ -243,6 +254,9 @@ int RecordForm::storeRecord(int serial, const QStringList &values)
         return 0;
     m_serial = serial;
     setValues(values);
+    m_refusedSlot = -1;
+    if (refusedByChecks())
+        return 0;
     return writeRecord(0) ? m_serial : 0;
 }
 

@@ -23,6 +23,13 @@ struct RecordStatements
     static RecordStatements forTable(const QString &table, const QString &serialColumn = QStringLiteral("FormSrNo"));
 };
 
+// A save refused by the form's own checks: the slot to correct and what to tell the operator.
+struct Refusal
+{
+    int slot = -1;   // -1: nothing refused
+    QString message;
+};
+
 struct Question
 {
     QString text;
@@ -36,6 +43,7 @@ public:
     RecordForm(RecordStatements statements, SlotTable slotTable, QString recordName);
 
     const SlotTable &slotTable() const { return m_slots; }
+    const QString &recordName() const { return m_recordName; }   // "Declaration"
     void setDialogs(Dialogs *dialogs) { m_dialogs = dialogs; }
 
     // --- the browse set
@@ -67,6 +75,8 @@ public:
     void add();
     bool modify();                 // false when there is nothing to modify
     bool saveRecord();             // false: refused or failed, saveError() says why
+    // The slot the last save or store was refused for by checkBeforeSave(), or -1.
+    int refusedSlot() const { return m_refusedSlot; }
     bool deleteRecord();           // asks; false on No or failure
     bool copyRecord();             // asks; the copy becomes current and is edited
     void cancel();                 // the current record shown again, browsing
@@ -82,6 +92,8 @@ public:
     Question copyQuestion = {QStringLiteral("Do you really want to Make a Copy of the Selected Item ?")};
     Question cancelQuestion = {QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?")};
     Question exitQuestion = {QStringLiteral("Do you really want to exit ?")};
+    // The key of the window's Add button, for the status line of an empty period.
+    QString addKeyHint = QStringLiteral("Alt+A");
 
     // The browse set again, positioned on the serial (or the nearest before it).
     bool requery(int serial);
@@ -96,6 +108,9 @@ protected:
     void readRows(IDataObject &data) override;
     QStringList saveStatements(IDataObject &data) override;
 
+    // The form's checks of the values about to be saved (a window's Save and an import
+    // alike); the default refuses nothing.
+    virtual Refusal checkBeforeSave() const { return {}; }
     // A new record's values; the default is all empty.
     virtual QStringList newRecordValues() const { return QStringList(); }
     // Detail rows of a record, removed with it (e.g. its schedules), inside the transaction.
@@ -114,6 +129,7 @@ private:
     // Writes the screen's values under the serial (allocated when 0), with the extra
     // work in the same transaction; retried with a new serial when another desk took it.
     bool writeRecord(int sourceSerialForDetails);
+    bool refusedByChecks();
 
     RecordStatements m_statements;
     SlotTable m_slots;
@@ -124,6 +140,7 @@ private:
     QStringList m_values;
     int m_position = -1;
     int m_serial = 0;
+    int m_refusedSlot = -1;
     bool m_editing = false;
     bool m_adding = false;
     QString m_status;

@@ -145,10 +145,16 @@ void RecordWindow::cmdupdateClicked()
 {
     runAction([this] {
         collectFields();
-        if (m_logic.saveRecord())
+        if (m_logic.saveRecord()) {
             refresh();
-        else
+        } else if (m_logic.refusedSlot() >= 0) {
+            // A check of the form, not a failure: the operator stays on the record to correct it.
+            dialogs()->inform(m_logic.saveError(), QString(), Dialogs::Icon::Information);
+            if (QWidget *field = revealSlot(m_logic.refusedSlot()))
+                field->setFocus(Qt::OtherFocusReason);
+        } else {
             failed(m_logic.saveError());
+        }
     });
 }
 

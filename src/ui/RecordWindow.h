@@ -44,6 +44,8 @@ protected:
     virtual void collectFields() = 0;
     // Where the cursor goes when editing starts.
     virtual QWidget *firstEditField() const { return firstField(); }
+    // The editor of a slot, brought into view (its tab shown), for a refused save; null: none.
+    virtual QWidget *revealSlot(int slot) { Q_UNUSED(slot); return nullptr; }
 
     bool confirmClose() override;
     void refresh();

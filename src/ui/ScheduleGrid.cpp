@@ -3,8 +3,9 @@
 #include "host/IDataObject.h"
 #include "shared/FieldRules.h"
 #include "ui/FieldBehaviour.h"
+#include "ui/TabAdvance.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -101,8 +102,7 @@ ScheduleGrid::ScheduleGrid(QWidget *parent) : QTableWidget(parent)
     setItemDelegate(new ScheduleDelegate(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setSelectionBehavior(QAbstractItemView::SelectItems);
-    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
-                    | QAbstractItemView::AnyKeyPressed);
+    setReadOnly(false);
     setTabKeyNavigation(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     verticalHeader()->hide();   // the serial column numbers the rows
@@ -228,6 +228,22 @@ void ScheduleGrid::deleteRow()
         setCurrentCell(qMin(r, rowCount() - 1), qMin(column, columnCount() - 1));
 }
 
+void ScheduleGrid::finishEditing()
+{
+    QWidget *editor = QApplication::focusWidget();
+    if (state() != EditingState || !editor || !isAncestorOf(editor))
+        return;
+    commitData(editor);
+    QTableWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+void ScheduleGrid::setReadOnly(bool readOnly)
+{
+    setEditTriggers(readOnly ? QAbstractItemView::NoEditTriggers
+                             : QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
+                                   | QAbstractItemView::AnyKeyPressed);
+}
+
 void ScheduleGrid::setFieldBehaviour(FieldBehaviour *behaviour)
 {
     m_behaviour = behaviour;
@@ -261,6 +277,9 @@ QModelIndex ScheduleGrid::neighbour(const QModelIndex &index, bool next) const
 
 bool ScheduleGrid::leaveGrid(bool next)
 {
+    // A grid that ends a tab page walks on to the next page, as the page's last field does.
+    if (next && TabAdvance::moveToNextPage(this))
+        return true;
     // Straight to the window's tab chain, past the item view's own cell walking.
     return QWidget::focusNextPrevChild(next);
 }

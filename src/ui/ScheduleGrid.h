@@ -31,6 +31,13 @@ public:
     // Removes the current row; the rest are numbered again.
     void deleteRow();
 
+    // The cell being typed in, if any, taken into the grid (a shortcut saves without leaving it).
+    void finishEditing();
+
+    // Rows shown but not edited (a record being browsed).
+    void setReadOnly(bool readOnly);
+    bool isReadOnly() const { return editTriggers() == QAbstractItemView::NoEditTriggers; }
+
     // Cell editors share the window's entry behaviour (focus colour, capitals).
     void setFieldBehaviour(FieldBehaviour *behaviour);
     FieldBehaviour *fieldBehaviour() const { return m_behaviour; }

@@ -81,6 +81,7 @@ private slots:
         // the forms built so far; the others fail and log their tag
         static const QHash<QString, QString> built{{"Form15C", "frm15c"}, {"Form15D", "frm15d"}, {"Form15I", "frm15i"},
                                                    {"Form15GNew", "frm15gNew"}, {"Form15HNew", "frm15hNew"},
+                                                   {"Form15GNew1", "frm15gOct15"}, {"Form15HNew1", "frm15hOct15"},
                                                    {"Challan", "Challan"}, {"ChallanNew", "ChallanNew"}};
         const QString windowClass = built.value(name);
 
