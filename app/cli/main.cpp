@@ -34,12 +34,12 @@ const char *const kUsage =
     "                               allocated when missing\n"
     "  words AMOUNT                 an amount in words\n"
     "  print %1 --deductor CODE --year YYYY-YY (--text | --pdf FILE)\n"
-    "                               print a stored form; for 15g|15h|challan add --serial N\n"
+    "                               print a stored form; for %2 add --serial N\n"
     "                               and write --rtf FILE or --pdf FILE\n"
-    "  import 15g|15h|challan --deductor CODE --year YYYY-YY FILE\n"
+    "  import FORM --deductor CODE --year YYYY-YY FILE   (FORM: %2)\n"
     "                               store the records of a JSON array (FILE - reads\n"
     "                               standard input); prints the serials stored\n"
-    "  export 15g|15h|challan --deductor CODE --year YYYY-YY [--serial N]\n"
+    "  export FORM --deductor CODE --year YYYY-YY [--serial N]\n"
     "                               the stored records as a JSON array\n"
     "  challan import|export ...    the same as import|export challan ...\n"
     "  deductees import --deductor CODE [FILE] | export --deductor CODE |\n"
@@ -56,9 +56,16 @@ const char *const kUsage =
     "                               a line, or one look-up in it\n";
 
 // The print keys come from the form registry.
+// The form keys come from the form registry: all of them print, those that keep several
+// records also move in and out of files.
 QString usage()
 {
-    return QString::fromLatin1(kUsage).arg(FormRegistry::cliKeys());
+    QStringList records;
+    for (const FormDescriptor &form : FormRegistry::all()) {
+        if (form.transfer)
+            records << QString::fromLatin1(form.cliKey);
+    }
+    return QString::fromLatin1(kUsage).arg(FormRegistry::cliKeys(), records.join(QLatin1Char('|')));
 }
 
 int usageError(const QString &message)
