@@ -67,7 +67,17 @@ void ChallanForm::clear()
 {
     m_serials.clear();
     m_rows.clear();
+    m_fields = QStringList(F::FieldCount);   // the deductor is read again as well
+    blank();
+    m_editing = false;
+}
+
+void ChallanForm::blank()
+{
+    const QString tan = m_fields.value(F::Tan), name = m_fields.value(F::Name);
     m_fields = QStringList(F::FieldCount);
+    m_fields[F::Tan] = tan;
+    m_fields[F::Name] = name;
     m_sections.clear();
     m_payMode = NoPayMode;
     m_company = false;
@@ -75,7 +85,6 @@ void ChallanForm::clear()
     m_resident = true;
     m_paynat.clear();
     m_serial = 0;
-    m_editing = false;
 }
 
 void ChallanForm::readRows(IDataObject &data)
@@ -287,18 +296,8 @@ void ChallanForm::add()
 {
     if (loadFailed() || m_editing)
         return;
-    const QString tan = m_fields.value(F::Tan), name = m_fields.value(F::Name);
-    m_fields = QStringList(F::FieldCount);
-    m_fields[F::Tan] = tan;
-    m_fields[F::Name] = name;
+    blank();
     m_fields[F::Total] = QStringLiteral("0.00");
-    m_sections.clear();
-    m_payMode = NoPayMode;
-    m_company = false;
-    m_payType = 0;
-    m_resident = true;
-    m_paynat.clear();
-    m_serial = 0;
     m_editing = true;
     m_status = QStringLiteral("New challan");
 }

@@ -131,6 +131,8 @@ private:
     QStringList sectionStatements(IDataObject &data, int serial) const;
     bool write(bool asNew);
     void sumSections();
+    // An empty challan on screen; the deductor's TAN and name stay.
+    void blank();
     void show(int serial);
     void reload(int serial);
 

@@ -4,7 +4,6 @@
 #include "host/TextHelpers.h"
 #include "shared/modbase.h"
 
-#include <QFileInfo>
 
 #include <array>
 
@@ -263,27 +262,9 @@ TemplateFill fill(const Declaration &d, const QString &asYear, const QString &fo
     return fill;
 }
 
-namespace {
-// What the print takes from the data object's selection.
-struct Selection
-{
-    QString asYear, place, date, code;
-
-    Selection()
-    {
-        if (const IDataObject *data = modbase::dataObject()) {
-            asYear = data->AsYear();
-            place = data->formplace();
-            date = data->formdate();
-            code = data->codeno();
-        }
-    }
-};
-} // namespace
-
 bool print(const QString &module, const Declaration &d, Dialogs &dialogs)
 {
-    const Selection s;
+    const TemplatePrint::Selection s;
     // Without a data object TemplatePrint reports the missing object under the error trap.
     return TemplatePrint::print(module, templatePath(d.form15H), tempName(d.form15H),
                                 documentName(d.form15H, s.code, s.asYear), fill(d, s.asYear, s.place, s.date), dialogs);
@@ -291,12 +272,9 @@ bool print(const QString &module, const Declaration &d, Dialogs &dialogs)
 
 void render(IReportObject &report, const Declaration &d)
 {
-    const Selection s;
-    const QString templateFile = modbase::data().ExePath() + templatePath(d.form15H);
-    if (!QFileInfo::exists(templateFile))
-        throw TdsError(53, QStringLiteral("Template File is missing."));
-    TemplatePrint::render(report, templateFile, documentName(d.form15H, s.code, s.asYear),
-                          fill(d, s.asYear, s.place, s.date));
+    const TemplatePrint::Selection s;
+    TemplatePrint::renderTemplate(report, templatePath(d.form15H), documentName(d.form15H, s.code, s.asYear),
+                                  fill(d, s.asYear, s.place, s.date));
 }
 
 } // namespace DeclarationPrint

@@ -38,13 +38,8 @@ int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
     if (!FieldRules::importBlock(kDeclarant, table, 0, declarant, data, why)
         || !FieldRules::importBlock(kPayer, table, m_form.declarantCount(), payer, data, why))
         return 0;
-    for (int k = 0; k < 5; ++k) {
-        const ScheduleLayout layout = DeclarationSlots::schedule(h, k);
-        for (QStringList &row : schedules[k]) {
-            for (int c = 0; c < row.size(); ++c)
-                row[c] = FieldRules::scheduleCell(layout.columns[c], row[c], &data);
-        }
-    }
+    for (int k = 0; k < 5; ++k)
+        FieldRules::scheduleRows(DeclarationSlots::schedule(h, k), schedules[k], &data);
 
     const int stored = m_form.storeDeclaration(serial, declarant + payer, schedules);
     if (!stored)

@@ -5,7 +5,6 @@
 #include "host/IDataObject.h"
 #include "shared/modbase.h"
 
-#include <QFileInfo>
 
 namespace Oct15Print {
 
@@ -116,41 +115,25 @@ TemplateFill fill(const Declaration &d, const QString &asYear, const QString &fo
 }
 
 namespace {
-struct Selection
+QString documentName(bool form15H, const TemplatePrint::Selection &s)
 {
-    QString asYear, place, date, code;
-
-    Selection()
-    {
-        if (const IDataObject *data = modbase::dataObject()) {
-            asYear = data->AsYear();
-            place = data->formplace();
-            date = data->formdate();
-            code = data->codeno();
-        }
-    }
-    QString documentName(bool form15H) const
-    {
-        return (form15H ? QStringLiteral("Form15H_Oct15_") : QStringLiteral("Form15G_Oct15_")) + code
-               + QLatin1Char('_') + asYear;
-    }
-};
+    return (form15H ? QStringLiteral("Form15H_Oct15_") : QStringLiteral("Form15G_Oct15_")) + s.code + QLatin1Char('_')
+        + s.asYear;
+}
 } // namespace
 
 bool print(const QString &module, const Declaration &d, Dialogs &dialogs)
 {
-    const Selection s;
-    return TemplatePrint::print(module, templatePath(d.form15H), tempName(d.form15H), s.documentName(d.form15H),
+    const TemplatePrint::Selection s;
+    return TemplatePrint::print(module, templatePath(d.form15H), tempName(d.form15H), documentName(d.form15H, s),
                                 fill(d, s.asYear, s.place, s.date), dialogs);
 }
 
 void render(IReportObject &report, const Declaration &d)
 {
-    const Selection s;
-    const QString templateFile = modbase::data().ExePath() + templatePath(d.form15H);
-    if (!QFileInfo::exists(templateFile))
-        throw TdsError(53, QStringLiteral("Template File is missing."));
-    TemplatePrint::render(report, templateFile, s.documentName(d.form15H), fill(d, s.asYear, s.place, s.date));
+    const TemplatePrint::Selection s;
+    TemplatePrint::renderTemplate(report, templatePath(d.form15H), documentName(d.form15H, s),
+                                  fill(d, s.asYear, s.place, s.date));
 }
 
 } // namespace Oct15Print

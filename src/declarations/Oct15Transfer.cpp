@@ -28,12 +28,7 @@ int Oct15Transfer::importRecord(const JsonValue &record, QString *why)
     if (!FieldRules::importBlock(kDeclarant, table, 0, declarant, data, why)
         || !FieldRules::importBlock(kPayer, table, m_form.payerSlot(0), payer, data, why))
         return 0;
-    // Cells as the grid leaves them once typed.
-    const ScheduleLayout layout = Oct15Slots::incomeLayout(m_form.is15H());
-    for (QStringList &row : income) {
-        for (int c = 0; c < row.size(); ++c)
-            row[c] = FieldRules::scheduleCell(layout.columns[c], row[c], &data);
-    }
+    FieldRules::scheduleRows(Oct15Slots::incomeLayout(m_form.is15H()), income, &data);
     const int stored = m_form.storeRecord(serial, declarant + QStringList{Oct15Slots::packIncome(income)} + payer);
     if (!stored)
         *why = m_form.saveError();

@@ -150,4 +150,12 @@ QString scheduleCell(const ScheduleColumn &column, const QString &text, const ID
     return text.toUpper();
 }
 
+void scheduleRows(const ScheduleLayout &layout, QList<QStringList> &rows, const IDataObject *data)
+{
+    for (QStringList &row : rows) {
+        for (int c = 0; c < row.size() && c < layout.columns.size(); ++c)
+            row[c] = scheduleCell(layout.columns[c], row[c], data);
+    }
+}
+
 } // namespace FieldRules

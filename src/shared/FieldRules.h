@@ -36,6 +36,8 @@ bool importBlock(const QString &block, const SlotTable &table, int firstSlot, QS
 // "###0.00", a date goes through convertdate (kept as typed without a data object), text
 // in capitals.
 QString scheduleCell(const ScheduleColumn &column, const QString &text, const IDataObject *data);
+// Every cell of imported rows, as the grid leaves it once typed.
+void scheduleRows(const ScheduleLayout &layout, QList<QStringList> &rows, const IDataObject *data);
 
 // "###0.00": 1500 -> 1500.00, "abc" -> 0.00.
 QString plainAmount(const QString &text);

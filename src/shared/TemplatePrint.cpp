@@ -96,6 +96,25 @@ void TemplateFill::apply(IReportObject &report) const
 
 namespace TemplatePrint {
 
+Selection::Selection()
+{
+    if (const IDataObject *data = modbase::dataObject()) {
+        asYear = data->AsYear();
+        place = data->formplace();
+        date = data->formdate();
+        code = data->codeno();
+    }
+}
+
+void renderTemplate(IReportObject &report, const QString &templatePath, const QString &documentName,
+                    const TemplateFill &fill)
+{
+    const QString templateFile = modbase::data().ExePath() + templatePath;
+    if (!QFileInfo::exists(templateFile))
+        throw TdsError(53, QStringLiteral("Template File is missing."));
+    render(report, templateFile, documentName, fill);
+}
+
 void render(IReportObject &report, const QString &templateFile, const QString &documentName, const TemplateFill &fill)
 {
     if (!report.OpenMasterFileOnly(templateFile))

@@ -45,6 +45,18 @@ private:
 
 namespace TemplatePrint {
 
+// What a printed form takes from the data object's selection (empty without one).
+struct Selection
+{
+    QString asYear, place, date, code;
+    Selection();
+};
+
+// render() on the template under the data home (ExePath + "/Data/Form15G.rtf"); throws
+// TdsError "Template File is missing." when it is not there.
+void renderTemplate(IReportObject &report, const QString &templatePath, const QString &documentName,
+                    const TemplateFill &fill);
+
 // The template opened in the report object, named documentName and filled, ready to be
 // saved or exported; nothing is shown. Throws TdsError when the file cannot be opened.
 void render(IReportObject &report, const QString &templateFile, const QString &documentName, const TemplateFill &fill);
