@@ -26,13 +26,9 @@ private slots:
         // The section file is seeded into the new data home on the way.
         QTest::newRow("seeded section file") << QStringList{"--year", "2027-28"} << 0 << 92
                                              << "1001|192|1001 : [192] - Section 392 - Salary-Salary paid to Union Government employees";
-        QTest::newRow("position of 51") << QStringList{"--year", "2026-27", "--get-li", "51"} << 0 << 1 << "36";
-        QTest::newRow("code from the file") << QStringList{"--year", "2027-28", "--get-code", "1039"} << 0 << 1 << "194E";
         QTest::newRow("missing key") << QStringList{"--get-code", "57", "--year", "2025-26"} << 0 << 1 << "";
         QTest::newRow("no year") << QStringList{"--get-li", "5"} << 2 << 0 << "";
         QTest::newRow("not a year") << QStringList{"--year", "2025-27"} << 2 << 0 << "";
-        QTest::newRow("two look-ups") << QStringList{"--year", "2025-26", "--get-li", "5", "--get-code", "5"} << 2 << 0
-                                      << "";
     }
 
     void output()
