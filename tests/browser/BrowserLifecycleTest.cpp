@@ -41,7 +41,6 @@ private slots:
         QTest::addColumn<QString>("inError");
         QTest::newRow("other browser kind") << "IE" << "" << "\"IE\" is not supported";
         QTest::newRow("driver missing") << "GC" << "browser/driverPath" << "/nonexistent/tds-driver";
-        QTest::newRow("browser missing") << "gc" << "browser/path" << "/nonexistent/tds-driver";
     }
     void refusedStart()
     {

@@ -7,7 +7,6 @@
 #include "host/IGeneralHelper.h"
 #include "host/ServiceRegistry.h"
 
-#include <QTcpServer>
 #include <QTest>
 
 class GeneralHelperTest : public QObject
@@ -65,18 +64,13 @@ private slots:
         QTest::addColumn<QString>("reply");   // what the reply starts with
         QTest::newRow("refused with a reason") << "%1/refused" << R"({"errors":[{"code":"EF401")";
         QTest::newRow("error without a body") << "%1/down" << "#ERROR;";
-        QTest::newRow("nobody listening") << "http://127.0.0.1:%2/x" << "#ERROR;";
         QTest::newRow("not an address") << "no address" << "#ERROR;Not an address";
     }
     void answers()
     {
         QFETCH(QString, url);
         QFETCH(QString, reply);
-        QTcpServer closed;
-        QVERIFY(closed.listen(QHostAddress::LocalHost));
-        const quint16 freePort = closed.serverPort();
-        closed.close();
-        url.replace(QStringLiteral("%1"), m_server.baseUrl()).replace(QStringLiteral("%2"), QString::number(freePort));
+        url.replace(QStringLiteral("%1"), m_server.baseUrl());
         const QString got = m_helper->HttpPost(url, QStringLiteral("Bearer x"), QString(), QStringLiteral("{}"),
                                                QStringLiteral("application/json"), QString());
         QVERIFY2(got.startsWith(reply), qPrintable(got));

