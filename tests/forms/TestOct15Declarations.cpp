@@ -121,9 +121,7 @@ private slots:
         };
         row("name", false, "name", "", "1. Name of Assessee (Declarant)");
         row("PAN", false, "pan", "AAAPR1234", "2. PAN of the Assessee");
-        row("status", false, "status", "", "3. Status");
         row("previous year", false, "previousYear", "2024-26", "4. Previous year (P.Y.) (for which declaration is being made)");
-        row("residential status", false, "residential", "", "5. Residential Status");
         row("latest year", false, "latestAy", "2024", "Latest Assessment Year for which assessed");
         row("no income", false, "estIncome", "0.00", "16. Estimated income for which this declaration is made");
         row("total below income", false, "estTotal", "1000.00",
@@ -133,10 +131,7 @@ private slots:
         row("row without amount", false, "income", "FD¦INTEREST¦194A¦Nil",
             "19. Details of income for which the declaration is filed");
         row("sequence", false, "sequence", "G17", "Sequence No. (Only Numeric Part of Unique Identification Number)");
-        row("TAN", false, "tan", "", "TAN");
         row("15H date of birth", true, "dob", "31/02/1950", "3. Date of Birth");
-        row("15H no income", true, "estIncome", "", "15. Estimated income for which this declaration is made");
-        row("15H no income rows", true, "income", "", "18. Details of income for which the declaration is filed");
         row("15H TAN", true, "tan", "MUMO1234", "TAN");
     }
     void checksBeforeSaving()

@@ -28,7 +28,6 @@ private slots:
         QTest::addColumn<QString>("form");
         QTest::addColumn<QString>("expected");
         QTest::newRow("15c") << "15c" << "chargeable underthe provisions";
-        QTest::newRow("15D") << "15D" << "(other than dividends and interest)";
     }
     void text()
     {

