@@ -1,6 +1,7 @@
 #include "challan/ChallanWindow.h"
 
 #include "challan/NsdlHandOff.h"
+#include "epay/EPayWindow.h"
 
 #include "challan/SectionCombo.h"
 #include "challan/SectionList.h"
@@ -421,9 +422,13 @@ QWidget *ChallanWindow::buildButtons(QWidget *frame)
                                    {"cmdprintwin", QStringLiteral("&Print Preview"), &ChallanWindow::cmdprintwinClicked}});
     m_famact2 = family("famact2", {{"cmdupdate", QStringLiteral("&Update"), &ChallanWindow::cmdupdateClicked},
                                    {"cmdcancel", QStringLiteral("&Cancel"), &ChallanWindow::cmdcancelClicked}});
-    // The portal's e-pay (cmdePayITD) comes here with its browser flow.
+    QPushButton *itd = FormLayout::button(m_famact1, "cmdePayITD", QStringLiteral("&e-Pay Tax @ ITD"));
+    connect(itd, &QPushButton::clicked, this, &ChallanWindow::cmdePayITDClicked);
+    m_buttons.insert(QStringLiteral("cmdePayITD"), itd);
+    m_famact1->layout()->addWidget(itd);
     if (m_form.kind() == ChallanForm::Kind::Older) {
-        QPushButton *nsdl = FormLayout::button(m_famact1, "cmdePay", QStringLiteral("&e-Payment @ NSDL"));
+        // Alt+E belongs to the portal's e-pay, which both forms have.
+        QPushButton *nsdl = FormLayout::button(m_famact1, "cmdePay", QStringLiteral("e-Payment @ NSD&L"));
         connect(nsdl, &QPushButton::clicked, this, &ChallanWindow::cmdePayClicked);
         m_buttons.insert(QStringLiteral("cmdePay"), nsdl);
         m_famact1->layout()->addWidget(nsdl);
@@ -579,6 +584,58 @@ void ChallanWindow::cmdePayClicked()
                                       : QStringLiteral("e-Payment @ NSDL failed"));
 }
 
+void ChallanWindow::cmdePayITDClicked()
+{
+    if (m_form.editing() || m_form.currentSerial() == 0) {
+        if (dialogs())
+            dialogs()->inform(QStringLiteral("Please select a saved challan to pay."), QString(),
+                              Dialogs::Icon::Information);
+        return;
+    }
+    IDataObject *data = modbase::dataObject();
+    if (!data)
+        return;
+    const QString asYear = data->AsYear();
+    const auto amount = [this](int field) { return m_form.field(field).trimmed().remove(QLatin1Char(',')).toDouble(); };
+    const auto text = [](double value) { return QString::number(value, 'f', value == qRound64(value) ? 0 : 2); };
+
+    // The newer portal takes the tax section by section; interest, fee and penalty are the
+    // challan's and go with the first section.
+    QList<TanSectionPayment> sections;
+    if (m_form.kind() == ChallanForm::Kind::Current) {
+        for (const ChallanSection &s : m_form.sections()) {
+            if (s.key.isEmpty())
+                continue;
+            sections << TanSectionPayment{SectionList::sectionList(QStringLiteral("GETCODE"), s.key, asYear),
+                                          text(s.tax.toDouble() + s.surcharge.toDouble() + s.cess.toDouble()),
+                                          QString(), QString(), QString(), text(s.other.toDouble())};
+        }
+    } else if (!m_form.natureOfPayment().isEmpty()) {
+        sections << TanSectionPayment{
+            SectionList::sectionList(QStringLiteral("GETCODE"), m_form.natureOfPayment(), asYear),
+            text(amount(F::IncomeTax) + amount(F::Surcharge) + amount(F::EducationCess) + amount(F::HigherEducationCess)),
+            QString(), QString(), QString(), text(amount(F::Others))};
+    }
+    if (!sections.isEmpty()) {
+        sections.first().interest = text(amount(F::Interest));
+        sections.first().fee = text(amount(F::LateFee));
+        sections.first().penalty = text(amount(F::Penalty));
+    }
+
+    auto *ePay = new frmePayITD(this);
+    ePay->setAttribute(Qt::WA_DeleteOnClose);
+    ePay->setDialogs(dialogs());
+    ePay->InitMe(asYear.left(4), m_form.field(F::Tan), m_form.company() ? QStringLiteral("0020") : QStringLiteral("0021"),
+                 m_form.payType() == 1 ? QStringLiteral("400") : QStringLiteral("200"), text(amount(F::IncomeTax)),
+                 text(amount(F::Surcharge)), text(amount(F::EducationCess) + amount(F::HigherEducationCess)),
+                 text(amount(F::Interest)), text(amount(F::Penalty)), text(amount(F::LateFee)),
+                 text(amount(F::Others)), EPayPayment::sectionsText(sections), m_form.resident() ? 0 : 1,
+                 QStringLiteral("TAN"), this, QString());
+    m_ePay = ePay;
+    ePay->setModal(true);
+    ePay->show();
+}
+
 void ChallanWindow::chainFocus()
 {
     QList<QWidget *> order{m_vsf, m_fields->widget(F::ChallanNo), m_fields->widget(F::ChallanDate)};
@@ -594,7 +651,7 @@ void ChallanWindow::chainFocus()
     for (int i = F::IncomeTax; i <= F::Total; ++i)
         order << m_fields->widget(i);
     for (const char *name : {"cmdupdate", "cmdcancel", "cmdadd", "cmdmodify", "cmddelete", "CmdCopyCh", "cmdprintwin",
-                             "cmdback", "CmdAddSec", "CmdDelSec", "CmdSearch"}) {
+                             "cmdePayITD", "cmdePay", "cmdback", "CmdAddSec", "CmdDelSec", "CmdSearch"}) {
         if (QPushButton *b = m_buttons.value(QLatin1String(name)))
             order << b;
     }
@@ -705,7 +762,7 @@ void ChallanWindow::setMode()
     const std::pair<const char *, bool> enabled[] = {
         {"cmdadd", ready && !editing}, {"cmdmodify", stored},   {"cmddelete", stored},   {"CmdCopyCh", stored},
         {"cmdprintwin", stored},       {"cmdupdate", editing},  {"cmdcancel", editing},  {"CmdAddSec", editing},
-        {"CmdDelSec", editing},        {"CmdSearch", editing}};
+        {"CmdDelSec", editing},        {"CmdSearch", editing},  {"cmdePayITD", stored}};
     for (const auto &[name, on] : enabled) {
         if (QPushButton *b = m_buttons.value(QLatin1String(name)))
             b->setEnabled(on);

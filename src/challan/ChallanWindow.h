@@ -5,9 +5,11 @@
 // VsMySec, choosing each section in the picker FrameSec; Challan, the older form, takes one
 // nature of payment in Combo1.
 #include "challan/ChallanForm.h"
+#include "epay/EPayWindow.h"
 #include "ui/FormWindow.h"
 
 #include <QHash>
+#include <QPointer>
 
 class QAbstractButton;
 class QButtonGroup;
@@ -28,6 +30,8 @@ public:
     ChallanForm &challan() { return m_form; }
     SlotFields *txtfields() const { return m_fields; }
     QPushButton *button(const QString &name) const { return m_buttons.value(name); }
+    // The e-pay window opened by cmdePayITD, while it is open.
+    frmePayITD *ePayWindow() const { return m_ePay; }
 
     // Browsing opens on the list of challans.
     QWidget *firstField() const override;
@@ -46,6 +50,7 @@ public slots:
     void CmdSearchClicked();
     void CmdBackSecClicked();
     void cmdePayClicked();
+    void cmdePayITDClicked();
     void vsfClicked(int row);
 
 protected:
@@ -104,6 +109,7 @@ private:
     QFrame *m_famprog = nullptr;           // the NSDL run's progress, in place of Frame1
     QLabel *m_lblprog = nullptr;
     bool m_stopRun = false;                // FlagCancel of the running hand-off
+    QPointer<frmePayITD> m_ePay;
 
     QFrame *m_frameSec = nullptr;
     QTableWidget *m_picker = nullptr;      // VsSec

@@ -6,6 +6,7 @@
 #include "declarations/DeclarationWindow.h"
 #include "declarations/Oct15Transfer.h"
 #include "declarations/Oct15Window.h"
+#include "epay/EPayWindow.h"
 #include "forms/Form15CDLogic.h"
 #include "forms/Form15ILogic.h"
 #include "forms/frm15c.h"
@@ -78,7 +79,8 @@ const std::vector<FormDescriptor> &all()
         {18, "Form27CNew", "Form27CNew", "Form 27C", certificates, nullptr, nullptr, nullptr, {}},
         {19, "Form49B", "Form49B", "Form 49B (TAN application)", tanFamily, nullptr, nullptr, nullptr, {}},
         {20, "Form49BCH", "Form49BCH", "TAN change request", tanFamily, nullptr, nullptr, nullptr, {}},
-        {21, "FormEPayITD", "FormEPayITD", "e-Payment of tax", challans, nullptr, nullptr, nullptr, {}},
+        {21, "FormEPayITD", "FormEPayITD", "e-Payment of tax", challans, window<frmePayITD>, nullptr, nullptr,
+         {QStringLiteral("ItdLoginTanU"), QStringLiteral("ItdLoginTanC")}},
     };
     return forms;
 }

@@ -33,4 +33,5 @@ inline const char *const DataObject = "ZeltBase.ClsData";
 inline const char *const ReportObject = "PrjOrvikReporter.ClsMain";
 inline const char *const OnlineAction = "OrvikOlActWrapper.ClsBaseMain";
 inline const char *const GeneralHelper = "OrvikVelCom.TalvoCom";
+inline const char *const ItdActions = "prjITDAct.clsMain";
 } // namespace ProgId

@@ -273,6 +273,36 @@ private slots:
         QCOMPARE(rows("Select ChSrNo, PayNat From Challan_TDSSec Order By ChSrNo"), (QStringList{"1|7", "2|13"}));
     }
 
+    // Alt+E hands the challan on the screen to the e-pay form: heads, amounts (up to 2026
+    // the fee is paid under others) and the sections with their codes.
+    void ePayTaxGetsTheChallan()
+    {
+        ChallanForm f(ChallanForm::Kind::Current);
+        QVERIFY(f.load());
+        f.add();
+        f.setField(F::ChallanNo, QStringLiteral("101"));
+        f.setField(F::ChallanDate, QStringLiteral("07/05/2024"));
+        f.setField(F::Interest, QStringLiteral("12"));
+        f.setField(F::LateFee, QStringLiteral("50"));
+        f.addSection({QStringLiteral("7"), QStringLiteral("900"), {}, QStringLiteral("40"), QStringLiteral("25")});
+        f.addSection({QStringLiteral("13"), QStringLiteral("140"), {}, {}, {}});
+        QVERIFY2(f.update(), qPrintable(f.refusal() + f.saveError()));
+
+        auto w = open<ChallanNew>();
+        QVERIFY(w);
+        press(Qt::Key_E, Qt::AltModifier);
+        QTRY_VERIFY(w->ePayWindow() && w->ePayWindow()->isVisible());
+        const EPayPayment &p = w->ePayWindow()->payment();
+        QStringList values;
+        for (int v = EPayPayment::AssessmentYear; v <= EPayPayment::PayerKind; ++v)
+            if (v != EPayPayment::ResidenceFlag)
+                values << p.text(EPayPayment::Value(v));
+        QCOMPARE(values, (QStringList{"2024", text(w.get(), F::Tan), "0021", "200", "1040", "0", "40", "12", "0", "50",
+                                      "75", "94C,940,12,50,0,25;94H,140,,,,0", "TAN"}));
+        QCOMPARE(p.residenceFlag(), qint16(0));
+        QCOMPARE(p.caller(), w.get());
+    }
+
     void refusalsMoveTheCursor_data()
     {
         QTest::addColumn<bool>("current");
