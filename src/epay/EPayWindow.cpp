@@ -60,6 +60,7 @@ frmePayITD::frmePayITD(QWidget *parent) : FormWindow(parent)
     outer->addWidget(m_famMain);
     outer->addWidget(m_famLogin);
     outer->addWidget(m_famprog);
+    outer->addStretch(1);
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("lblStatus"));
     outer->addWidget(m_status);
@@ -140,6 +141,7 @@ void frmePayITD::buildMain(QWidget *parent)
         m_banks << combo;
         m_bankStack->addWidget(combo);
     }
+    m_bankStack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     bankRow->addWidget(m_bankStack, 1);
     layout->addLayout(bankRow);
 
@@ -402,14 +404,15 @@ void frmePayITD::CmdProceedClicked()
         return;
     const bool withoutLogin = m_loginIndex == 1;
     if (withoutLogin) {
-        const std::pair<QLineEdit *, QString> required[] = {
-            {m_id, QStringLiteral("Please specify TAN !")}, {m_mobile, QStringLiteral("Please specify Mobile No !")}};
-        for (const auto &[field, message] : required)
-            if (field->text().trimmed().isEmpty()) {
-                dialogs()->inform(message, QString(), Dialogs::Icon::Information);
-                field->setFocus(Qt::OtherFocusReason);
-                return;
-            }
+        TanPayment given;
+        given.tan = m_id->text();
+        given.mobile = m_mobile->text();
+        const QString missing = TanPaymentFlow::missingInput(TanPaymentFlow::Kind::PreLogin, given);
+        if (!missing.isEmpty()) {
+            dialogs()->inform(missing, QString(), Dialogs::Icon::Information);
+            (given.tan.trimmed().isEmpty() ? m_id : m_mobile)->setFocus(Qt::OtherFocusReason);
+            return;
+        }
     } else {
         m_credentials->setLoginId(m_id->text().trimmed());
         m_credentials->setPassword(m_password->text());
