@@ -306,6 +306,13 @@ void frmePayITD::showEvent(QShowEvent *event)
 
 void frmePayITD::formLoad()
 {
+    // Opened on its own, the form has nothing to pay.
+    const bool handed = !m_payment.text(EPayPayment::AssessmentYear).trimmed().isEmpty();
+    for (const char *name : {"cmdePayITD_0", "cmdePayITD_1", "cmdePayITD_2"})
+        m_buttons.value(QLatin1String(name))->setEnabled(handed);
+    if (!handed)
+        showStatus(QStringLiteral("Nothing to pay: open a challan, select it and press \"e-Pay Tax @ ITD\" (Alt+E)."));
+
     IDataObject *data = modbase::dataObject();
     if (!data || !dialogs())
         return;
