@@ -6,6 +6,7 @@
 #include "epay/PortalSteps.h"
 
 #include <QList>
+#include <functional>
 
 // One section of the newer portal's section-wise page.
 struct TanSectionPayment
@@ -26,7 +27,7 @@ struct TanPayment
     QString assessmentYear;    // first year, four digits: "2025"
     QString majorHead;         // "0020" company deductees, "0021" the others
     QString minorHead;         // "200" payable by taxpayer, "400" regular assessment (demand)
-    QString demandReference;   // minor head 400
+    QString demandReference;   // minor head 400 ("demandRefNum" on the break-up page)
     bool nonResident = false;  // the newer flow's deductee type
 
     // The older flow's break-up; up to 2026 others already holds fee + others.
@@ -36,7 +37,8 @@ struct TanPayment
     QString interest;
     QString penalty;
     QString others;
-    // The newer flow: one row per section (at least one).
+    // The newer flow: one row per section (at least one); a demand payment (minor head 400)
+    // has no sections and takes the break-up above.
     QList<TanSectionPayment> sections;
 
     int modeTab = 0;           // SSTab1: 0 net banking .. 4 payment gateway
@@ -62,4 +64,28 @@ public:
     // shown; on failure the browser is shown on the page where the run stopped; a
     // cancelled run closes the browser.
     PortalResult run(Kind kind, const TanPayment &payment, const QString &hostText, const QString &tempFolder);
+
+    // The checks made before any portal work: "Please specify TAN !", "Please specify
+    // Mobile No !" (pre-login only); empty when the payment may go.
+    static QString missingInput(Kind kind, const TanPayment &payment);
+
+private:
+    struct Pages;
+
+    PortalResult steps(Kind kind, const TanPayment &payment, const QString &hostText, const QString &tempFolder);
+    PortalResult preLogin(const TanPayment &payment);
+    PortalResult newPayment(Kind kind, const Pages &pages);
+    PortalResult taxApplicable(Kind kind, const TanPayment &payment, const Pages &pages);
+    PortalResult sectionWise(const TanPayment &payment, const Pages &pages);
+    PortalResult breakup(const TanPayment &payment, const Pages &pages, bool typeAmounts);
+    PortalResult paymentDetails(const TanPayment &payment, const Pages &pages);
+
+    // The element once the page shows it (the portal draws lists and panels a moment after
+    // the click), within the page wait; null when it never comes.
+    OnlineElementPtr await(const std::function<OnlineElementPtr()> &find) const;
+    OnlineElementPtr awaitXpath(const QString &xpath) const;
+    bool press(const QString &xpath) const;
+
+    Progress m_report;      // the same callbacks, for the session's steps
+    CancelCheck m_stop;
 };

@@ -2,9 +2,12 @@
 // The e-filing portal on 127.0.0.1 for the browser tests: the home page on one host and the
 // services (a single page routed by the address's "#" part, as the real one) on another;
 // the login with its wrong-password and maximum-sessions answers, the profile prompt, the
-// dashboard with its e-File menu, and the payment API recording every draft it is sent.
-// Later flows add their pages with setView().
+// dashboard with its e-File menu, the payment API recording every draft it is sent, and
+// the new payment's pages (act, tiles, heads, break-up or sections, payment mode; the same
+// without login after a mobile OTP), which keep what they were given.
 #include "MockPortal.h"
+
+#include "host/IOnlineAction.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -47,6 +50,18 @@ public:
     // dashboard, "@maxAttempts" the popup of the password page.
     void resetViews();
     QString servicesPage() const;
+
+    // What the new payment's pages were given, as the browser showing them keeps it: "act",
+    // "assessmentYear", "tile", "minorHead", "majorHead", "deducteeType", "breakup" (by
+    // input id), "demandRefNum", "sections" (rows of section, amount, interest, fee,
+    // penalty, others), "mode", "subMode", "otherBank", "bank" (its code); without login
+    // "pantan", "confirmPanTan", "phone".
+    static QJsonObject received(IOnlineAction &browser);
+    // The OTP the pre-login page accepts.
+    static QString otp() { return QStringLiteral("123456"); }
+    // setView(amountShownView(), "whole"): the break-up page shows whole rupees only, as a
+    // portal that drops the paise would.
+    static QString amountShownView() { return QStringLiteral("@amountShown"); }
 
     // Payment API "/iec/PaymentAPI/auth/challan/savedraft". Without a queued reply a post
     // with the session cookie is answered successFlag "true" and a pymntRefNum (the one it

@@ -1,0 +1,391 @@
+// The TAN payment page by page in headless Chromium against the mock portal: the steps of
+// the older, newer and pre-login flows in order, what the portal's pages were given, the
+// failures where a page does not come or shows other figures, a cancelled run, and the
+// checks made before any portal work.
+#include "HeadlessBrowser.h"
+#include "MockItdPortal.h"
+#include "PauseRecordingBrowser.h"
+#include "TestRegistry.h"
+
+#include "epay/TanPaymentFlow.h"
+#include "host/ServiceRegistry.h"
+#include "host/online/OnlineActionWrapper.h"
+#include "host/online/WebDriverSession.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTest>
+
+Q_DECLARE_METATYPE(TanPayment)
+
+namespace {
+
+const QString Tan = QStringLiteral("BLRA12345B");
+const QString Password = QStringLiteral("Portal#Pass9");
+
+const QStringList Session{"Opening Home Page ...", "Opening Login Home Page ...", "Filling Login Id ...",
+                          "Filling Login Password ...", "Skip Profile Update ...", "Opening e-Pay Tax Page ..."};
+const QStringList ToHeads{"Opening Select Act Page ...", "Opening Create New Payment Page ...",
+                          "Opening Tax Applicable Details Page ...", "Submitting Tax Applicable Details Page ..."};
+const QStringList PreLoginToHeads{"Opening Home Page ...", "Opening e-Pay Tax Page ...", "Filling TAN Details ...",
+                                  "OTP Generation ...", "OTP Verification ...", "Opening Create New Payment Page ...",
+                                  "Opening Tax Applicable Details Page ...", "Submitting Tax Applicable Details Page ..."};
+const QString Sections = QStringLiteral("Submitting tds section wise payment Page ...");
+const QStringList ToBank{"Submitting Tax break up Details Page ...", "Opening Payment Details Page ..."};
+
+TanPayment payment(const QString &year, const QString &major, const QString &minor)
+{
+    TanPayment p;
+    p.tan = Tan;
+    p.password = Password;
+    p.mobile = QStringLiteral("9876543210");
+    p.assessmentYear = year;
+    p.majorHead = major;
+    p.minorHead = minor;
+    p.tax = QStringLiteral("1500.50");
+    p.surcharge = QStringLiteral("100");
+    p.cess = QStringLiteral("64");
+    p.interest = QStringLiteral("");
+    p.penalty = QStringLiteral("0");
+    p.others = QStringLiteral("250");
+    p.bankCode = QStringLiteral("SBIN");
+    return p;
+}
+
+TanPayment withMode(TanPayment p, int tab, const QString &subMode, const QString &bank)
+{
+    p.modeTab = tab;
+    p.subMode = subMode;
+    p.bankCode = bank;
+    return p;
+}
+
+// The typed break-up as the page keeps it.
+const char *const TypedBreakup =
+    R"x({"taxAmt":"1500.50","surchargeAmt":"100","cessAmt":"64","interestAmt":"0","penaltyAmt":"0","othersAmt":"250"})x";
+
+} // namespace
+
+class TanPaymentFlowTest : public QObject
+{
+    Q_OBJECT
+
+    MockItdPortal m_portal;
+    std::shared_ptr<PauseRecordingBrowser> m_browser;
+    QStringList m_messages;
+
+    QString profileDir()
+    {
+        auto *wrapper = dynamic_cast<OnlineActionWrapper *>(&m_browser->inner());
+        return wrapper && wrapper->session() ? wrapper->session()->profileDir() : QString();
+    }
+    // As a user would: the OTP typed into the browser, then "Verify".
+    void typeOtp(const QString &otp, int afterMs)
+    {
+        m_browser->objectSWC()->executeScript(
+            QStringLiteral("setTimeout(function () { document.querySelector('input[type=\"password\"]').value = '%1';"
+                           "verifyOtp(); }, %2);")
+                .arg(otp)
+                .arg(afterMs));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QString error;
+        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
+        TDS_REQUIRE_BROWSER();
+        QVERIFY(m_portal.start());
+        m_portal.setAccount(Tan, Password);
+        ServiceRegistry::registerBuiltins();
+        auto real = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
+        QVERIFY(real);
+        m_browser = std::make_shared<PauseRecordingBrowser>(real);
+    }
+    void cleanupTestCase()
+    {
+        if (m_browser)
+            m_browser->Quit();
+    }
+    void init()
+    {
+        m_portal.resetViews();
+        m_browser->pauses.clear();
+        HeadlessBrowser::setWaitSeconds(10);
+    }
+
+    void kindOf_data()
+    {
+        QTest::addColumn<QString>("year");
+        QTest::addColumn<bool>("withoutLogin");
+        QTest::addColumn<int>("kind");
+        QTest::newRow("2026: older") << "2026" << false << int(TanPaymentFlow::Kind::Older);
+        QTest::newRow("2027: newer") << "2027" << false << int(TanPaymentFlow::Kind::Newer);
+        QTest::newRow("2027-28: newer") << "2027-28" << false << int(TanPaymentFlow::Kind::Newer);
+        QTest::newRow("without login, any year") << "2027" << true << int(TanPaymentFlow::Kind::PreLogin);
+    }
+    void kindOf()
+    {
+        QFETCH(QString, year);
+        QFETCH(bool, withoutLogin);
+        QFETCH(int, kind);
+        QCOMPARE(int(TanPaymentFlow::kindOf(year, withoutLogin)), kind);
+    }
+
+    // Every flow up to the bank's choice, the browser left there for the user.
+    void flows_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<TanPayment>("payment");
+        QTest::addColumn<int>("waitSeconds");
+        QTest::addColumn<int>("otpAfterMs");   // the user types the OTP so long after the page came
+        QTest::addColumn<QStringList>("statuses");
+        QTest::addColumn<QString>("received");  // what the pages were given (those keys only)
+
+        const int older = int(TanPaymentFlow::Kind::Older);
+        const int newer = int(TanPaymentFlow::Kind::Newer);
+        const int preLogin = int(TanPaymentFlow::Kind::PreLogin);
+        const QStringList logged = Session + ToHeads + ToBank + QStringList{"FillChallan_GC"};
+
+        QTest::newRow("older, net banking") << older << payment("2025", "0020", "200") << 10 << 0 << logged
+            << QStringLiteral(R"x({"act":"Income-tax Act, 1961","assessmentYear":"2025-26","tile":"payable","minorHead":"200",)x"
+                              R"x("majorHead":"0020","breakup":%1,"mode":"Net Banking","otherBank":"yes","bank":"SBIN"})x")
+                   .arg(QLatin1String(TypedBreakup));
+
+        TanPayment demand = withMode(payment("2026", "0021", "400"), 2, QStringLiteral("CQ"), QStringLiteral("HDFC"));
+        demand.demandReference = QStringLiteral("2026DR000123");
+        QTest::newRow("older demand at the bank counter") << older << demand << 10 << 0 << logged
+            << QStringLiteral(R"x({"act":"Income-tax Act, 1961","assessmentYear":"2026-27","tile":"demand","minorHead":"400",)x"
+                              R"x("majorHead":"0021","breakup":%1,"demandRefNum":"2026DR000123","mode":"Pay at Bank Counter",)x"
+                              R"x("subMode":"CQ","bank":"HDFC"})x")
+                   .arg(QLatin1String(TypedBreakup));
+
+        TanPayment sections = withMode(payment("2027", "0021", "200"), 1, QStringLiteral("DC"), QStringLiteral("CNRB"));
+        sections.nonResident = true;
+        sections.sections = {{"194C", "1000", "15", "0", "0", "5"}, {"1024", "2500.75", "", "200", "", ""}};
+        QTest::newRow("newer, two sections, debit card")
+            << newer << sections << 10 << 0
+            << Session + ToHeads + QStringList{Sections} + ToBank + QStringList{"FillChallan_GC"}
+            << QStringLiteral(R"x({"act":"Income-tax Act, 2025","assessmentYear":"2027-28","tile":"payable","minorHead":"200",)x"
+                              R"x("majorHead":"0021","deducteeType":"Non-Resident Deductee(s)","sections":[)x"
+                              R"x({"section":"194C","amount":"1000","interest":"15","fee":"0","penalty":"0","others":"5"},)x"
+                              R"x({"section":"1024","amount":"2500.75","interest":"0","fee":"200","penalty":"0","others":"0"}],)x"
+                              R"x("mode":"Debit Card","bank":"CNRB"})x");
+
+        TanPayment newerDemand = withMode(payment("2027", "0020", "400"), 3, QString(), QString());
+        newerDemand.demandReference = QStringLiteral("2027DR000777");
+        QTest::newRow("newer demand by RTGS/NEFT") << newer << newerDemand << 10 << 0 << logged
+            << QStringLiteral(R"x({"act":"Income-tax Act, 2025","tile":"demand","minorHead":"400","majorHead":"0020",)x"
+                              R"x("breakup":%1,"demandRefNum":"2027DR000777","mode":"RTGS/NEFT"})x")
+                   .arg(QLatin1String(TypedBreakup));
+
+        const QStringList prelogin = PreLoginToHeads + ToBank + QStringList{"FillChallan_GC_Prelogin"};
+        const TanPayment gateway = withMode(payment("2025", "0020", "200"), 4, QStringLiteral("PG"), QStringLiteral("ICIC"));
+        QTest::newRow("pre-login, payment gateway") << preLogin << gateway << 10 << 100 << prelogin
+            << QStringLiteral(R"x({"pantan":"BLRA12345B","confirmPanTan":"BLRA12345B","phone":"9876543210",)x"
+                              R"x("assessmentYear":"2025-26","minorHead":"200","majorHead":"0020","breakup":%1,)x"
+                              R"x("mode":"Payment Gateway","bank":"ICIC"})x")
+                   .arg(QLatin1String(TypedBreakup));
+        // A user slower than one page wait: the OTP page is waited for again.
+        QTest::newRow("pre-login, OTP typed after the first wait") << preLogin << gateway << 1 << 1600 << prelogin
+                                                                   << QStringLiteral(R"x({"bank":"ICIC"})x");
+    }
+    void flows()
+    {
+        QFETCH(int, kind);
+        QFETCH(TanPayment, payment);
+        QFETCH(int, waitSeconds);
+        QFETCH(int, otpAfterMs);
+        QFETCH(QStringList, statuses);
+        QFETCH(QString, received);
+        HeadlessBrowser::setWaitSeconds(waitSeconds);
+
+        const auto loginsBefore = m_portal.logins().size();
+        QStringList shown;
+        TanPaymentFlow flow(m_browser.get(), [&](const QString &text) {
+            shown << text;
+            if (text == QLatin1String("OTP Verification ..."))
+                typeOtp(MockItdPortal::otp(), otpAfterMs);
+        });
+        const PortalResult result = flow.run(TanPaymentFlow::Kind(kind), payment, QStringLiteral("host"), QDir::tempPath());
+        m_messages << result.message;
+        QVERIFY2(result.ok(), qPrintable(result.message));
+        QCOMPARE(shown, statuses);
+        QCOMPARE(m_browser->pauses, (kind == int(TanPaymentFlow::Kind::PreLogin) ? QList<int>{2} : QList<int>{2, 7}));
+        if (kind == int(TanPaymentFlow::Kind::PreLogin)) {
+            QCOMPARE(m_portal.logins().size(), loginsBefore);
+        } else {
+            QCOMPARE(m_portal.logins().size(), loginsBefore + 1);
+            QCOMPARE(m_portal.logins().last(), (QPair<QString, QString>{Tan, Password}));
+        }
+
+        // Left on the payment page with the browser open.
+        QVERIFY(m_browser->objectSWC());
+        QVERIFY(m_browser->objectSWC()->executeScript(QStringLiteral("return location.hash;")).toString().endsWith(
+            QLatin1String("/add-payment-details")));
+        const QJsonObject got = MockItdPortal::received(*m_browser);
+        const QJsonObject wanted = QJsonDocument::fromJson(received.toUtf8()).object();
+        QVERIFY2(!wanted.isEmpty(), qPrintable(received));
+        for (auto it = wanted.begin(); it != wanted.end(); ++it)
+            QVERIFY2(got.value(it.key()) == it.value(),
+                     qPrintable(it.key() + QStringLiteral(": ") + QJsonDocument(got).toJson(QJsonDocument::Compact)));
+        // RTGS/NEFT names no bank; the other modes pick no sub-mode but at the counter.
+        if (!wanted.contains(QStringLiteral("bank")))
+            QVERIFY(!got.contains(QStringLiteral("bank")));
+        if (!wanted.contains(QStringLiteral("subMode")))
+            QVERIFY(!got.contains(QStringLiteral("subMode")));
+    }
+
+    // A step that fails: its text, CR LF CR LF, the wrapper's reason; the run ends there and
+    // the browser stays for the user.
+    void failures_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<TanPayment>("payment");
+        QTest::addColumn<QString>("route");   // a page of the portal changed for the row
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<QString>("expireAt");   // the session expires once this status shows
+        QTest::addColumn<int>("waitSeconds");
+        QTest::addColumn<QString>("failure");
+        QTest::addColumn<QString>("because");
+        QTest::addColumn<QString>("lastStatus");
+
+        const int older = int(TanPaymentFlow::Kind::Older);
+        const int newer = int(TanPaymentFlow::Kind::Newer);
+        const QString expired = QStringLiteral("<p>Session has expired!</p>");
+        const TanPayment plain = payment("2025", "0020", "200");
+        TanPayment sections = payment("2027", "0020", "200");
+        sections.sections = {{"194J", "10", "", "", "", ""}};
+
+        QTest::newRow("tiles page missing") << older << plain << "/dashboard/e-pay-tax/tiles" << "<p>Page not found</p>" << "" << 1
+                                            << "Failed to Verify 'New Payment' Page !" << "Timed out"
+                                            << "Opening Create New Payment Page ...";
+        // At once, not after the page wait.
+        QTest::newRow("session expired at the break-up")
+            << older << plain << "/dashboard/e-pay-tax/add-tax-breakup-details" << expired << "" << 10
+            << "Failed to Verify 'Tax break up Details' Page !" << "Session has expired"
+            << "Submitting Tax Applicable Details Page ...";
+        QTest::newRow("paise dropped by the page") << older << plain << MockItdPortal::amountShownView() << "whole" << "" << 10
+                                                   << "Failed to Submit 'Tax break up Details' Page !"
+                                                   << "1,500 in \"paid1\" for the amount 1500.50 typed into \"taxAmt\""
+                                                   << "Submitting Tax break up Details Page ...";
+        QTest::newRow("bank not in the list")
+            << older << withMode(plain, 0, QStringLiteral("IB"), QStringLiteral("FDRL")) << "" << "" << "" << 1
+            << "Failed to fill data on 'Payment Details' Page !" << "FDRL" << "Opening Payment Details Page ...";
+        QTest::newRow("session expired at the sections")
+            << newer << sections << "/dashboard/e-pay-tax/tds-section-wise-payment" << expired << "" << 10
+            << "Failed to Verify 'tds section wise payment' Page !" << "Session has expired"
+            << "Submitting Tax Applicable Details Page ...";
+        QTest::newRow("session expired at the OTP")
+            << int(TanPaymentFlow::Kind::PreLogin) << plain << "" << "" << "OTP Verification ..." << 10
+            << "Failed to Submit 'OTP Varification' Page !" << "Session has expired" << "OTP Verification ...";
+    }
+    void failures()
+    {
+        QFETCH(int, kind);
+        QFETCH(TanPayment, payment);
+        QFETCH(QString, route);
+        QFETCH(QString, html);
+        QFETCH(QString, expireAt);
+        QFETCH(int, waitSeconds);
+        QFETCH(QString, failure);
+        QFETCH(QString, because);
+        QFETCH(QString, lastStatus);
+        if (!route.isEmpty())
+            m_portal.setView(route, html);
+        HeadlessBrowser::setWaitSeconds(waitSeconds);
+
+        QStringList shown;
+        TanPaymentFlow flow(m_browser.get(), [&](const QString &text) {
+            shown << text;
+            if (text == expireAt)
+                m_browser->objectSWC()->executeScript(
+                    QStringLiteral("document.getElementById('app').innerHTML = '<p>Session has expired!</p>';"));
+        });
+        QElapsedTimer clock;
+        clock.start();
+        const PortalResult result = flow.run(TanPaymentFlow::Kind(kind), payment, QStringLiteral("host"), QDir::tempPath());
+        m_messages << result.message;
+        QVERIFY(result.failed());
+        QCOMPARE(result.failure, failure);
+        QVERIFY2(result.message.startsWith(failure + QStringLiteral("\r\n\r\n")), qPrintable(result.message));
+        QVERIFY2(result.message.contains(because), qPrintable(result.message));
+        QCOMPARE(shown.last(), lastStatus);
+        if (waitSeconds == 10)
+            QVERIFY2(clock.elapsed() < 8000, "a page that answers at once was waited out");
+        QVERIFY(m_browser->objectSWC());
+    }
+
+    void cancelled_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("cancelAfter");
+        QTest::newRow("before the act") << int(TanPaymentFlow::Kind::Older) << "Opening e-Pay Tax Page ...";
+        QTest::newRow("before the break-up") << int(TanPaymentFlow::Kind::Newer) << "Submitting tds section wise payment Page ...";
+        QTest::newRow("before the TAN details") << int(TanPaymentFlow::Kind::PreLogin) << "Opening e-Pay Tax Page ...";
+    }
+    void cancelled()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, cancelAfter);
+        TanPayment p = payment(kind == int(TanPaymentFlow::Kind::Newer) ? "2027" : "2025", "0020", "200");
+        p.sections = {{"194C", "10", "", "", "", ""}};
+        QStringList shown;
+        QString profile;
+        TanPaymentFlow flow(
+            m_browser.get(),
+            [&](const QString &text) {
+                shown << text;
+                if (profile.isEmpty())
+                    profile = profileDir();
+            },
+            [&] { return shown.contains(cancelAfter); });
+        const PortalResult result = flow.run(TanPaymentFlow::Kind(kind), p, QStringLiteral("host"), QDir::tempPath());
+        QVERIFY(result.cancelled());
+        QCOMPARE(result.message, QString());
+        QCOMPARE(shown.last(), cancelAfter);
+        QVERIFY(!m_browser->objectSWC());
+        QVERIFY(!profile.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!HeadlessBrowser::processRunsWith(profile), 5000);
+    }
+
+    // Reported before any portal work: no browser is started.
+    void preLoginChecks_data()
+    {
+        QTest::addColumn<QString>("tan");
+        QTest::addColumn<QString>("mobile");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no TAN") << "" << "9876543210" << "Please specify TAN !";
+        QTest::newRow("blank TAN, no mobile") << "  " << "" << "Please specify TAN !";
+        QTest::newRow("no mobile") << Tan << " " << "Please specify Mobile No !";
+    }
+    void preLoginChecks()
+    {
+        QFETCH(QString, tan);
+        QFETCH(QString, mobile);
+        QFETCH(QString, message);
+        m_browser->Quit();
+        TanPayment p = payment("2025", "0020", "200");
+        p.tan = tan;
+        p.mobile = mobile;
+        QStringList shown;
+        const PortalResult result = TanPaymentFlow(m_browser.get(), [&](const QString &text) { shown << text; })
+                                        .run(TanPaymentFlow::Kind::PreLogin, p, QStringLiteral("host"), QDir::tempPath());
+        QVERIFY(result.failed());
+        QCOMPARE(result.message, message);
+        QCOMPARE(shown, QStringList());
+        QVERIFY(!m_browser->objectSWC());
+    }
+
+    void passwordInNoMessage()
+    {
+        QVERIFY(!m_messages.isEmpty());
+        for (const QString &message : std::as_const(m_messages))
+            QVERIFY2(!message.contains(Password), qPrintable(message));
+    }
+};
+
+TDS_TEST(TanPaymentFlowTest)
+#include "TanPaymentFlowTest.moc"
