@@ -475,6 +475,119 @@ CREATE TABLE IF NOT EXISTS Tb15hNew (
   PaidOn VARCHAR(10) NULL,
   PRIMARY KEY (Period_Code, FormSrNo)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+-- Forms 15G and 15H in their first layout: one row a declaration; Form 15G's Schedules I to V
+-- (securities, shares, sums, units, National Savings Scheme) and Form 15H's table of income
+-- keyed to it by (Period_Code, FormSrId).
+CREATE TABLE IF NOT EXISTS Form15G (
+  Period_Code INT NOT NULL,
+  FormSrNo INT NOT NULL,
+  Name VARCHAR(150) NULL,
+  Relative VARCHAR(150) NULL,
+  Status VARCHAR(100) NULL,
+  Address VARCHAR(255) NULL,
+  PAN VARCHAR(10) NULL,
+  LastAsYear VARCHAR(10) NULL,
+  AssessedWard VARCHAR(100) NULL,
+  JurisCIT VARCHAR(255) NULL,
+  Income_From VARCHAR(100) NULL,
+  EstTotalIncome DECIMAL(15,2) NULL,
+  SourceFlags VARCHAR(5) NULL,
+  PName VARCHAR(150) NULL,
+  PAddress VARCHAR(255) NULL,
+  PTan VARCHAR(10) NULL,
+  FurnishedOn VARCHAR(10) NULL,
+  PeriodOfIncome VARCHAR(255) NULL,
+  AmountPaid DECIMAL(15,2) NULL,
+  PaidOn VARCHAR(10) NULL,
+  ForwardedTo VARCHAR(255) NULL,
+  PRIMARY KEY (Period_Code, FormSrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15G_Sch1 (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  Srno INT NOT NULL,
+  Description VARCHAR(255) NULL,
+  Number DECIMAL(18,2) NULL,
+  Amount DECIMAL(18,2) NULL,
+  SecurityDates VARCHAR(255) NULL,
+  AcquiredOn VARCHAR(255) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, Srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15G_Sch2 (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  Srno INT NOT NULL,
+  Shares DECIMAL(18,2) NULL,
+  ShareClass VARCHAR(255) NULL,
+  FaceValue DECIMAL(18,2) NULL,
+  DistinctiveNos DECIMAL(18,2) NULL,
+  AcquiredOn VARCHAR(255) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, Srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15G_Sch3 (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  Srno INT NOT NULL,
+  GivenTo VARCHAR(255) NULL,
+  Amount DECIMAL(18,2) NULL,
+  GivenOn VARCHAR(255) NULL,
+  Period VARCHAR(255) NULL,
+  Rate DECIMAL(18,2) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, Srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15G_Sch4 (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  Srno INT NOT NULL,
+  MutualFund VARCHAR(255) NULL,
+  Units DECIMAL(18,2) NULL,
+  UnitClass VARCHAR(255) NULL,
+  DistinctiveNos DECIMAL(18,2) NULL,
+  Income DECIMAL(18,2) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, Srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15G_Sch5 (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  Srno INT NOT NULL,
+  PostOffice VARCHAR(255) NULL,
+  OpenedOn VARCHAR(255) NULL,
+  Withdrawal DECIMAL(18,2) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, Srno)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15H (
+  Period_Code INT NOT NULL,
+  FormSrNo INT NOT NULL,
+  Name VARCHAR(150) NULL,
+  Relative VARCHAR(150) NULL,
+  Address VARCHAR(255) NULL,
+  DOB VARCHAR(10) NULL,
+  Age VARCHAR(3) NULL,
+  PAN VARCHAR(10) NULL,
+  LastAsYear VARCHAR(10) NULL,
+  AssessedWard VARCHAR(100) NULL,
+  JurisCIT VARCHAR(255) NULL,
+  EstTotalIncome DECIMAL(15,2) NULL,
+  PName VARCHAR(150) NULL,
+  PAddress VARCHAR(255) NULL,
+  PTan VARCHAR(10) NULL,
+  FurnishedOn VARCHAR(10) NULL,
+  PeriodOfIncome VARCHAR(255) NULL,
+  AmountPaid DECIMAL(15,2) NULL,
+  PaidOn VARCHAR(10) NULL,
+  ForwardedTo VARCHAR(255) NULL,
+  PRIMARY KEY (Period_Code, FormSrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+CREATE TABLE IF NOT EXISTS Form15H_Table (
+  Period_Code INT NOT NULL,
+  FormSrId INT NOT NULL,
+  SrNo INT NOT NULL,
+  NatureOfIncome VARCHAR(255) NULL,
+  Particulars VARCHAR(255) NULL,
+  InvestedOn VARCHAR(255) NULL,
+  Amount DECIMAL(18,2) NULL,
+  PRIMARY KEY (Period_Code, FormSrId, SrNo)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 -- Tax-deposit challans (ITNS 281) of a deductor and year; the values go in positionally.
 CREATE TABLE IF NOT EXISTS Challan_ZeltOth (
   code_no VARCHAR(20) NOT NULL,

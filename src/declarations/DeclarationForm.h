@@ -1,7 +1,9 @@
 #pragma once
 // Forms 15G and 15H: any number of declarations per deductor-year, each a row of the
-// declarant's and the payer's slots plus five schedules of the income it covers.
+// declarant's and the payer's slots plus the detail tables of the income it covers (the
+// five schedules, or the first Form 15H's table of income).
 #include "declarations/DeclarationPrint.h"
+#include "declarations/DeclarationSlots.h"
 #include "shared/RecordForm.h"
 
 #include <optional>
@@ -10,23 +12,27 @@ class DeclarationForm : public RecordForm
 {
 public:
     explicit DeclarationForm(bool form15H);
+    explicit DeclarationForm(DeclarationSlots::Design design);
 
-    bool is15H() const { return m_15h; }
+    const DeclarationSlots::Design &design() const { return m_design; }
+    bool is15H() const { return m_design.form15H; }
     QString module() const override;         // "frm15gNew" / "frm15hNew"
     QString documentBase() const override;   // "Form15G" / "Form15H"
-    int declarantCount() const { return m_declarantCount; }
+    int declarantCount() const { return int(m_design.declarant.size()); }
+    int scheduleCount() const { return int(m_design.schedules.size()); }
 
-    // Whether source flag k (0..4) is ticked on screen.
+    // Whether source flag k is ticked on screen; always, where the design has no flags.
     bool scheduleTicked(int k) const;
 
-    void buildReport() override {}
+    // The line report of the first layouts; nothing for the templates.
+    void buildReport() override;
     void print() override;
 
-    // An import: the declaration and its five schedules (rows of data cells, already
-    // checked) stored in one transaction; a serial of 0 takes the next free one. The serial
+    // An import: the declaration and its schedules (rows of data cells, already checked)
+    // stored in one transaction; a serial of 0 takes the next free one. The serial
     // stored, or 0 with saveError().
     int storeDeclaration(int serial, const QStringList &values, const QList<QList<QStringList>> &schedules);
-    // The five schedules of a stored declaration, as loaded into the grid.
+    // The schedules of a stored declaration, as loaded into the grid.
     QList<QList<QStringList>> schedules(int serial) const;
     // What the print needs: the current values, and the rows of the ticked schedules.
     DeclarationPrint::Declaration printData() const;
@@ -39,8 +45,7 @@ protected:
     void copyDetails(IDataObject &data, TransactionGuard &guard, int fromSerial, int toSerial) override;
 
 private:
-    bool m_15h;
-    int m_declarantCount;
+    DeclarationSlots::Design m_design;
     QStringList m_prefill;
     std::optional<QList<QList<QStringList>>> m_storedSchedules;
 };

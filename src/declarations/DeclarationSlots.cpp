@@ -132,3 +132,39 @@ ScheduleLayout schedule(bool form15H, int k)
 }
 
 } // namespace DeclarationSlots
+
+namespace DeclarationSlots {
+
+Design current(bool form15H)
+{
+    Design d;
+    d.form15H = form15H;
+    d.number = form15H ? QStringLiteral("15H") : QStringLiteral("15G");
+    d.module = QStringLiteral("frm") + d.number.toLower() + QStringLiteral("New");
+    d.documentBase = QStringLiteral("Form") + d.number;
+    d.caption = QStringLiteral("Form ") + d.number;
+    d.heading = form15H ? QStringLiteral("Declaration under section 197A(1C) to be made by an individual who is of the "
+                                         "age of sixty years or more")
+                        : QStringLiteral("Declaration under section 197A(1) and 197A(1A) to be made by a person (not being "
+                                         "a company or a firm)");
+    d.mainTable = form15H ? QStringLiteral("Tb15hM") : QStringLiteral("Tb15gM");
+    d.declarant = declarant(form15H);
+    d.payer = payer();
+    d.flagsSlot = flagsSlot(form15H);
+    for (int k = 0; k < 5; ++k)
+        d.schedules << schedule(form15H, k);
+    d.prefill = {{QStringLiteral("Name"), 0}, {QStringLiteral("panno"), 1},
+                 {form15H ? QStringLiteral("dob") : QStringLiteral("status"), 2}, {QStringLiteral("flat"), 3},
+                 {QStringLiteral("building"), 4}, {QStringLiteral("street"), 5}, {QStringLiteral("area"), 6},
+                 {QStringLiteral("city"), 7}, {QStringLiteral("State"), 8}, {QStringLiteral("PIN"), 9},
+                 {QStringLiteral("ward"), 22}, {QStringLiteral("asofficer"), 23}};
+    if (!form15H)
+        d.prefill << std::pair{QStringLiteral("resident_status"), 28};
+    d.declarantTab = QStringLiteral("Asses&See (Declarant)");
+    d.payerTab = QStringLiteral("&Person Responsible For Paying");
+    // "Asses&See" holds Alt+S and "&Person" Alt+P, so Save and Previous take other keys.
+    d.buttonCaptions = {{QStringLiteral("cmdupdate"), QStringLiteral("Sa&ve")}, {QStringLiteral("cmdprev"), QStringLiteral("P&revious")}};
+    return d;
+}
+
+} // namespace DeclarationSlots

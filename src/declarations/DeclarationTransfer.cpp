@@ -1,7 +1,8 @@
 #include "declarations/DeclarationTransfer.h"
 
 #include "declarations/DeclarationPrint.h"
-#include "declarations/DeclarationSlots.h"
+#include "declarations/First15Print.h"
+#include "host/IReportObject.h"
 #include "shared/FieldRules.h"
 #include "shared/JsonRecord.h"
 #include "shared/modbase.h"
@@ -16,17 +17,22 @@ const QString kSchedules = QStringLiteral("schedules");
 
 DeclarationTransfer::DeclarationTransfer(bool form15H) : RecordFormTransfer(m_form), m_form(form15H) {}
 
+DeclarationTransfer::DeclarationTransfer(DeclarationSlots::Design design)
+    : RecordFormTransfer(m_form), m_form(std::move(design))
+{
+}
+
 int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
 {
-    const bool h = m_form.is15H();
+    const DeclarationSlots::Design &design = m_form.design();
     QList<int> columns;
-    for (int k = 0; k < 5; ++k)
-        columns << int(DeclarationSlots::schedule(h, k).columns.size());
+    for (const ScheduleLayout &layout : design.schedules)
+        columns << int(layout.columns.size());
 
     JsonRecordReader reader(record);
     const int serial = reader.serial();
     QStringList declarant = reader.texts(kDeclarant, m_form.declarantCount());
-    QStringList payer = reader.texts(kPayer, int(DeclarationSlots::payer().size()));
+    QStringList payer = reader.texts(kPayer, int(design.payer.size()));
     QList<QList<QStringList>> schedules = reader.tables(kSchedules, columns);
     if (!reader.finish()) {
         *why = reader.error();
@@ -38,8 +44,8 @@ int DeclarationTransfer::importRecord(const JsonValue &record, QString *why)
     if (!FieldRules::importBlock(kDeclarant, table, 0, declarant, data, why)
         || !FieldRules::importBlock(kPayer, table, m_form.declarantCount(), payer, data, why))
         return 0;
-    for (int k = 0; k < 5; ++k)
-        FieldRules::scheduleRows(DeclarationSlots::schedule(h, k), schedules[k], &data);
+    for (int k = 0; k < columns.size(); ++k)
+        FieldRules::scheduleRows(design.schedules.at(k), schedules[k], &data);
 
     const int stored = m_form.storeDeclaration(serial, declarant + payer, schedules);
     if (!stored)
@@ -68,6 +74,13 @@ bool DeclarationTransfer::render(int serial, IReportObject &report, QString *why
 {
     if (!show(serial, why))
         return false;
-    return modbase::errorTrap(m_form.module(), QStringLiteral("cmdshowrep_Click"),
-                              [&] { DeclarationPrint::render(report, m_form.printData()); }, why);
+    return modbase::errorTrap(m_form.module(), QStringLiteral("cmdshowrep_Click"), [&] {
+        if (!m_form.design().lineReport) {
+            DeclarationPrint::render(report, m_form.printData());
+            return;
+        }
+        report.NewReport();
+        report.setDocumentName(m_form.documentName());
+        First15Print::build(m_form.design(), m_form.printData());
+    }, why);
 }

@@ -17,28 +17,33 @@
 #include <QScrollArea>
 #include <QTabWidget>
 
-DeclarationWindow::DeclarationWindow(bool form15H, QWidget *parent)
-    : RecordWindow(m_form, form15H ? QStringLiteral("Form 15H") : QStringLiteral("Form 15G"), parent), m_form(form15H)
+DeclarationWindow::DeclarationWindow(DeclarationSlots::Design design, QWidget *parent)
+    : RecordWindow(m_form, design.caption, parent), m_form(std::move(design))
 {
-    const QString number = form15H ? QStringLiteral("15H") : QStringLiteral("15G");
-    setWindowTitle(QStringLiteral("Form No. ") + number);
-    QBoxLayout *panel = FormLayout::centredPanel(this, QStringLiteral("FORM NO. ") + number,
-                                                 form15H ? QStringLiteral("Declaration under section 197A(1C) to be made by "
-                                                                          "an individual who is of the age of sixty years or more")
-                                                         : QStringLiteral("Declaration under section 197A(1) and 197A(1A) to "
-                                                                          "be made by a person (not being a company or a firm)"));
+    const DeclarationSlots::Design &d = m_form.design();
+    setWindowTitle(QStringLiteral("Form No. ") + d.number);
+    QBoxLayout *panel = FormLayout::centredPanel(this, QStringLiteral("FORM NO. ") + d.number, d.heading);
     QWidget *frame = panel->parentWidget();
     m_tabs = new QTabWidget(frame);
     m_tabs->setObjectName(QStringLiteral("SSTab1"));
 
-    const SlotTable declarant = DeclarationSlots::declarant(form15H);
-    m_declarant = new SlotFields(QStringLiteral("txtfieldsM"), declarant, frame);
-    m_payer = new SlotFields(QStringLiteral("txtfieldsP"), DeclarationSlots::payer(), frame);
-    const int flags = DeclarationSlots::flagsSlot(form15H);
+    m_declarant = new SlotFields(QStringLiteral("txtfieldsM"), d.declarant, frame);
+    m_payer = new SlotFields(QStringLiteral("txtfieldsP"), d.payer, frame);
+    const int flags = d.flagsSlot;
 
-    auto page = [this](SlotFields *fields, const QString &caption, int flagsAt) {
+    auto scheduleButton = [this](QWidget *parent, int k, const QString &caption) {
+        auto *more = new QPushButton(caption, parent);
+        more->setObjectName(QStringLiteral("cmdincsch_") + QString::number(k));
+        more->setAutoDefault(false);
+        connect(more, &QPushButton::clicked, this, [this, k] { cmdincschClicked(k); });
+        m_scheduleButtons << more;
+        return more;
+    };
+    auto page = [&](SlotFields *fields, const QString &caption, int flagsAt, bool tableButton) {
         auto *scroll = new QScrollArea(m_tabs);
         scroll->setWidgetResizable(true);
+        // Enter and Tab go from field to field; the page itself is no stop.
+        scroll->setFocusPolicy(Qt::NoFocus);
         auto *inner = new QWidget(scroll);
         auto *form = new QFormLayout(inner);
         form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
@@ -58,22 +63,21 @@ DeclarationWindow::DeclarationWindow(bool form15H, QWidget *parent)
             for (int k = 0; k < checks.size(); ++k) {
                 checks.at(k)->setParent(box);
                 grid->addWidget(checks.at(k), k, 0);
-                auto *more = new QPushButton(QStringLiteral("..."), box);
-                more->setObjectName(QStringLiteral("cmdincsch_") + QString::number(k));
-                more->setAutoDefault(false);
+                QPushButton *more = scheduleButton(box, k, QStringLiteral("..."));
                 more->setMaximumWidth(40);
                 grid->addWidget(more, k, 1);
-                connect(more, &QPushButton::clicked, this, [this, k] { cmdincschClicked(k); });
-                m_scheduleButtons << more;
             }
             grid->setColumnStretch(0, 1);
             form->addRow(box);
         }
+        // Without flags the detail table follows the last field of the block.
+        if (tableButton)
+            form->addRow(scheduleButton(inner, 0, m_form.design().tableButton));
         scroll->setWidget(inner);
         m_tabs->addTab(scroll, caption);
     };
-    page(m_declarant, QStringLiteral("Asses&See (Declarant)"), flags);
-    page(m_payer, QStringLiteral("&Person Responsible For Paying"), -1);
+    page(m_declarant, d.declarantTab, flags, flags < 0 && m_form.scheduleCount() > 0);
+    page(m_payer, d.payerTab, -1, false);
     panel->addWidget(m_tabs, 1);
 
     m_declarant->bind(this, modbase::dataObject());
@@ -82,9 +86,7 @@ DeclarationWindow::DeclarationWindow(bool form15H, QWidget *parent)
     connect(m_payer, &SlotFields::valueChanged, this,
             [this](int i, const QString &t) { m_form.setValue(m_form.declarantCount() + i, t); });
 
-    // "Asses&See" holds Alt+S and "&Person" Alt+P, so Save and Previous take other keys.
-    addButtons(panel, QStringLiteral("&Form ") + number,
-               {{QStringLiteral("cmdupdate"), QStringLiteral("Sa&ve")}, {QStringLiteral("cmdprev"), QStringLiteral("P&revious")}});
+    addButtons(panel, QStringLiteral("&Form ") + d.number, d.buttonCaptions);
     resize(1100, 720);
     formLoad();
 }
@@ -124,7 +126,7 @@ void DeclarationWindow::cmdincschClicked(int k)
             dialogs()->inform(QStringLiteral("Save the declaration first, then fill in its schedules."));
             return;
         }
-        const ScheduleLayout layout = DeclarationSlots::schedule(m_form.is15H(), k);
+        const ScheduleLayout layout = m_form.design().schedules.value(k);
         QList<QStringList> rows;
         QString why;
         const bool loaded = modbase::errorTrap(m_form.module(), QStringLiteral("cmdincsch_Click"), [&] {

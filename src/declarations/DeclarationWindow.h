@@ -1,7 +1,8 @@
 #pragma once
 // The window of Forms 15G and 15H: the declarant's tab (txtfieldsM) and the payer's tab
-// (txtfieldsP), the five source flags with their schedule buttons cmdincsch, and the
-// record buttons. frm15gNew and frm15hNew are this window for their form.
+// (txtfieldsP), the source flags with their schedule buttons cmdincsch (or one button for
+// the detail table of a design without flags), and the record buttons. frm15gNew and
+// frm15hNew are this window for their form, frm15g and frm15h for the first layout.
 #include "declarations/DeclarationForm.h"
 #include "ui/RecordWindow.h"
 
@@ -16,11 +17,11 @@ public:
     SlotFields *txtfieldsP() const { return m_payer; }
     DeclarationForm &declaration() { return m_form; }
 
-    // The schedule frame of source k (0..4) over the current declaration.
+    // The schedule frame of detail table k over the current declaration.
     void cmdincschClicked(int k);
 
 protected:
-    DeclarationWindow(bool form15H, QWidget *parent);
+    DeclarationWindow(DeclarationSlots::Design design, QWidget *parent);
 
 private:
     void showFields() override;
@@ -39,12 +40,12 @@ class frm15gNew : public DeclarationWindow
 {
     Q_OBJECT
 public:
-    explicit frm15gNew(QWidget *parent = nullptr) : DeclarationWindow(false, parent) {}
+    explicit frm15gNew(QWidget *parent = nullptr) : DeclarationWindow(DeclarationSlots::current(false), parent) {}
 };
 
 class frm15hNew : public DeclarationWindow
 {
     Q_OBJECT
 public:
-    explicit frm15hNew(QWidget *parent = nullptr) : DeclarationWindow(true, parent) {}
+    explicit frm15hNew(QWidget *parent = nullptr) : DeclarationWindow(DeclarationSlots::current(true), parent) {}
 };

@@ -4,6 +4,7 @@
 #include "challan/ChallanWindow.h"
 #include "declarations/DeclarationTransfer.h"
 #include "declarations/DeclarationWindow.h"
+#include "declarations/First15Window.h"
 #include "declarations/Oct15Transfer.h"
 #include "declarations/Oct15Window.h"
 #include "epay/EPayWindow.h"
@@ -32,6 +33,19 @@ std::unique_ptr<RecordTransfer> transfer()
     return std::make_unique<Transfer>(args...);
 }
 
+// The first layouts: the declaration classes over their own design.
+template <bool form15H>
+std::unique_ptr<FormLogic> firstLogic()
+{
+    return std::make_unique<DeclarationForm>(First15Slots::design(form15H));
+}
+
+template <bool form15H>
+std::unique_ptr<RecordTransfer> firstTransfer()
+{
+    return std::make_unique<DeclarationTransfer>(First15Slots::design(form15H));
+}
+
 const char *const declarations = "Declarations 15G / 15H";
 const char *const certificates = "Applications and declarations";
 const char *const challans = "Challans and e-payment";
@@ -44,7 +58,8 @@ namespace FormRegistry {
 const std::vector<FormDescriptor> &all()
 {
     static const std::vector<FormDescriptor> forms = {
-        {1, "Form15H", "FORM15H", "Form 15H (first layout)", declarations, nullptr, nullptr, nullptr, {}},
+        {1, "Form15H", "FORM15H", "Form 15H (first layout)", declarations, window<frm15h>, firstLogic<true>, "15h-first",
+         {QStringLiteral("Form15H"), QStringLiteral("Form15H_Table")}, firstTransfer<true>},
         {2, "Form15HNew", "FORM15HNew", "Form 15H", declarations, window<frm15hNew>, logic<DeclarationForm, true>, "15h",
          {QStringLiteral("Tb15hM"), QStringLiteral("Tb15hT1"), QStringLiteral("Tb15hT2"), QStringLiteral("Tb15hT3"),
           QStringLiteral("Tb15hT4"), QStringLiteral("Tb15hT5")},
@@ -64,7 +79,10 @@ const std::vector<FormDescriptor> &all()
          logic<Form15CDLogic, Form15CDLogic::Kind::C>, "15c", {QStringLiteral("Form15C")}},
         {9, "Form15D", "Form15D", "Form 15D", certificates, window<frm15d>,
          logic<Form15CDLogic, Form15CDLogic::Kind::D>, "15d", {QStringLiteral("Form15D")}},
-        {10, "Form15G", "Form15G", "Form 15G (first layout)", declarations, nullptr, nullptr, nullptr, {}},
+        {10, "Form15G", "Form15G", "Form 15G (first layout)", declarations, window<frm15g>, firstLogic<false>, "15g-first",
+         {QStringLiteral("Form15G"), QStringLiteral("Form15G_Sch1"), QStringLiteral("Form15G_Sch2"),
+          QStringLiteral("Form15G_Sch3"), QStringLiteral("Form15G_Sch4"), QStringLiteral("Form15G_Sch5")},
+         firstTransfer<false>},
         {11, "Form15GNew", "Form15GNew", "Form 15G", declarations, window<frm15gNew>, logic<DeclarationForm, false>, "15g",
          {QStringLiteral("Tb15gM"), QStringLiteral("Tb15gT1"), QStringLiteral("Tb15gT2"), QStringLiteral("Tb15gT3"),
           QStringLiteral("Tb15gT4"), QStringLiteral("Tb15gT5")},

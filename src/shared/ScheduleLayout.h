@@ -22,4 +22,11 @@ struct ScheduleLayout
     QString title = {};               // "SCHEDULE I"
     QString table = {};               // "Tb15gT1"
     QList<ScheduleColumn> columns = {};   // data columns, grid column 1..
+    // The statement texts of a table that has always been written its own way; empty:
+    // "Select * From " + table + " Where Period_Code=", " Order By Srno", "Delete From "
+    // + table + " Where Period_Code=", "Insert Into " + table + " Values ".
+    QString selectSql = {};
+    QString orderSql = {};
+    QString deleteSql = {};
+    QString insertSql = {};
 };

@@ -12,8 +12,12 @@ constexpr int kKeyColumns = 3;   // Period_Code, FormSrId, Srno
 
 QString keyCondition(int periodCode, int formSrId)
 {
-    return QStringLiteral(" Where Period_Code=") + QString::number(periodCode) + QStringLiteral(" and FormSrId=")
-        + QString::number(formSrId);
+    return QString::number(periodCode) + QStringLiteral(" and FormSrId=") + QString::number(formSrId);
+}
+
+QString orDefault(const QString &own, const QString &usual)
+{
+    return own.isEmpty() ? usual : own;
 }
 
 } // namespace
@@ -22,8 +26,8 @@ namespace ScheduleStore {
 
 QList<QStringList> load(IDataObject &data, const ScheduleLayout &layout, int periodCode, int formSrId)
 {
-    const QString sql = QStringLiteral("Select * From ") + layout.table + keyCondition(periodCode, formSrId)
-        + QStringLiteral(" Order By Srno");
+    const QString sql = orDefault(layout.selectSql, QStringLiteral("Select * From ") + layout.table + QStringLiteral(" Where Period_Code="))
+        + keyCondition(periodCode, formSrId) + orDefault(layout.orderSql, QStringLiteral(" Order By Srno"));
     Recordset rs;
     if (!data.RecordsetQuery(rs, sql, data.cnnobj(), 3, 3, 1)) {
         QString why = data.lastError();
@@ -52,11 +56,12 @@ QStringList statements(const IDataObject &data, const ScheduleLayout &layout, in
     const QString p = QString::number(periodCode);
     const QString s = QString::number(formSrId);
     QStringList out;
-    out << QStringLiteral("Delete From ") + layout.table + keyCondition(periodCode, formSrId);
+    out << orDefault(layout.deleteSql, QStringLiteral("Delete From ") + layout.table + QStringLiteral(" Where Period_Code="))
+            + keyCondition(periodCode, formSrId);
     if (rows.isEmpty())
         return out;
     // All rows in one statement: a long schedule costs one round trip, not one per row.
-    QString sql = QStringLiteral("Insert Into ") + layout.table + QStringLiteral(" Values ");
+    QString sql = orDefault(layout.insertSql, QStringLiteral("Insert Into ") + layout.table + QStringLiteral(" Values "));
     for (int r = 0; r < rows.size(); ++r) {
         // Srno follows the grid's order, whatever numbers the rows carried before.
         sql += (r ? QStringLiteral(",(") : QStringLiteral("(")) + p + QLatin1Char(',') + s + QLatin1Char(',')

@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -36,8 +37,9 @@ bool FieldBehaviour::isEntryField(const QWidget *widget)
         const QWidget *owner = widget->parentWidget();
         return !(qobject_cast<const QComboBox *>(owner) || qobject_cast<const QAbstractSpinBox *>(owner));
     }
+    // A check box is walked by Enter like the fields around it.
     return qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractSpinBox *>(widget)
-        || isMultiLine(widget);
+        || qobject_cast<const QCheckBox *>(widget) || isMultiLine(widget);
 }
 
 void FieldBehaviour::markEmail(QWidget *field, bool email)

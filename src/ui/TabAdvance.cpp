@@ -33,7 +33,8 @@ QList<QWidget *> fieldsOf(QWidget *page)
     QList<QWidget *> out;
     QWidget *window = page->window();
     for (QWidget *w = window->nextInFocusChain(); w && w != window; w = w->nextInFocusChain()) {
-        if (page->isAncestorOf(w) && takesInput(w, page))
+        // isAncestorOf() counts the page itself, which may take focus (a scroll area).
+        if (w != page && page->isAncestorOf(w) && takesInput(w, page))
             out << w;
     }
     return out;

@@ -1,5 +1,7 @@
 #include "host/report/ReportLayout.h"
 
+#include "host/report/RtfDocument.h"
+
 #include <algorithm>
 
 bool ReportBand::isCorner(int position) const
@@ -41,6 +43,47 @@ QStringList ReportLayout::lines() const
         for (const ReportBand &band : row.bands)
             out.append(band.toText());
     }
+    return out;
+}
+
+QByteArray ReportLayout::rtf() const
+{
+    // A 78-position row fits an A4 page between half-inch margins in 9-point Courier.
+    QByteArray out = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fmodern Courier New;}}"
+                     "\\paperw11906\\paperh16838\\margl720\\margr720\\margt720\\margb720\n";
+    out += width > ReportModel::NarrowWidth ? "\\f0\\fs11\n" : "\\f0\\fs18\n";
+    for (const LaidRow &row : rows) {
+        for (const ReportBand &band : row.bands) {
+            const QString line = band.toText();
+            bool bold = false;
+            bool underline = false;
+            QString run;
+            const auto flush = [&] {
+                out += rtfEscape(run);
+                run.clear();
+            };
+            for (int p = 0; p < line.size(); ++p) {
+                const StyledChar c = band.kind == ReportBand::Text && p < band.chars.size() ? band.chars.at(p) : StyledChar();
+                if (c.bold != bold || c.underline != underline) {
+                    flush();
+                    if (c.bold != bold)
+                        out += c.bold ? "\\b " : "\\b0 ";
+                    if (c.underline != underline)
+                        out += c.underline ? "\\ul " : "\\ulnone ";
+                    bold = c.bold;
+                    underline = c.underline;
+                }
+                run += line.at(p);
+            }
+            flush();
+            if (bold)
+                out += "\\b0 ";
+            if (underline)
+                out += "\\ulnone ";
+            out += "\\par\n";
+        }
+    }
+    out += "}\n";
     return out;
 }
 

@@ -42,6 +42,8 @@ struct ReportLayout
 
     QStringList lines() const;
     QString text() const;      // lines joined by "\n", ending in "\n" unless empty
+    // The same lines as a fixed-pitch rich-text document, bold and underline kept.
+    QByteArray rtf() const;
 };
 
 // Word wrap of one line of text into pieces of at most firstWidth, then restWidth,

@@ -309,7 +309,11 @@ void ReportObject::NewSetText(const QString &placeholder, const QString &value)
 bool ReportObject::SaveMasterFile(const QString &outputPath)
 {
     QString error;
-    if (!m_document.save(outputPath, &error)) {
+    // A line report has no template: it is saved as rich text of its own lines.
+    RtfDocument lines;
+    if (m_mode == Mode::Lines)
+        lines.setContent(layoutReport(m_model).rtf());
+    if (!(m_mode == Mode::Lines ? lines : m_document).save(outputPath, &error)) {
         complain(error);
         return false;
     }

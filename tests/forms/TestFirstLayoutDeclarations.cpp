@@ -1,0 +1,428 @@
+// Forms 15G and 15H in their first layout: the detail tables with their declaration, the
+// source of the income stored and read back, the line report with every value in its place
+// of the statutory text, the command line's round trip and prints, and the window by keys.
+#include "CliRun.h"
+#include "FormsFixture.h"
+#include "ScriptedDialogs.h"
+#include "TestRegistry.h"
+#include "declarations/First15Slots.h"
+#include "declarations/First15Window.h"
+#include "entry/FormRegistry.h"
+#include "forms/ReportRows.h"
+#include "host/report/ReportObject.h"
+#include "ui/SlotFields.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+using namespace First15Slots;
+
+namespace {
+
+using Rows = QList<QStringList>;
+
+// What a reader sees of a line report's rich text: codes gone, lines joined, blanks single.
+QString readable(QString rtf)
+{
+    rtf.remove(QRegularExpression(QStringLiteral("\\\\(b0|b|ulnone|ul)( |(?=\\\\))")));
+    rtf.replace(QLatin1String("\\par"), QLatin1String(" "));
+    rtf.replace(QRegularExpression(QStringLiteral("\\\\u8212\\?")), QStringLiteral("-"));
+    return rtf.simplified();
+}
+
+// The report's cells in order, as the form wrote them (control codes included).
+QString cells(const ReportModel &report)
+{
+    QStringList out;
+    for (const ReportItem &item : report.items()) {
+        for (const ReportColumn &column : item.columns)
+            out << column.text;
+    }
+    return out.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+class TestFirstLayoutDeclarations : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_home;
+    const QStringList m_period{"--deductor", "DEMO01", "--year", "2025-26"};
+
+    static QStringList rows(const QString &sql) { return FormsFixture::rows(sql); }
+    CliRun cli(const QStringList &args, const QByteArray &input = QByteArray())
+    {
+        return runCli(m_home.path(), args, input);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        FORMS_START();
+        QVERIFY(m_home.isValid());
+        QCOMPARE(cli({"demo"}).exitCode, 0);
+    }
+    void cleanupTestCase() { TestDatabase::tearDown(); }
+    void init()
+    {
+        for (const char *t : {"Form15G", "Form15G_Sch1", "Form15G_Sch2", "Form15G_Sch5", "Form15H", "Form15H_Table"})
+            QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From ") + QLatin1String(t)));
+    }
+
+    // The source of the income is a column of its own, read back into its slot; the
+    // schedules of Form 15G are Form15G_Sch1..5, securities first.
+    void incomeFromStoredAndReloaded()
+    {
+        DeclarationForm f(design(false));
+        QVERIFY(f.load());
+        QStringList values(f.slotTable().size());
+        values[GName] = QStringLiteral("D'SOUZA");
+        values[GIncomeFrom] = QStringLiteral("DIVIDENDS");
+        values[GEstIncome] = QStringLiteral("1500.00");
+        values[GFlags] = QStringLiteral("11000");
+        const Rows securities{{QStringLiteral("BONDS"), QStringLiteral("10"), QStringLiteral("1000.00"), {}, {}}};
+        const Rows shares{{QStringLiteral("100"), QStringLiteral("EQUITY"), QStringLiteral("1000.00"), QStringLiteral("101"), {}}};
+        QVERIFY2(f.storeDeclaration(0, values, {securities, shares, {}, {}, {}}) == 1, qPrintable(f.saveError()));
+        QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name, Income_From, EstTotalIncome, SourceFlags From Form15G")),
+                 QStringList{"1|D'SOUZA|DIVIDENDS|1500|11000"});
+        QCOMPARE(rows(QStringLiteral("Select FormSrId, Srno, Description From Form15G_Sch1")), QStringList{"1|1|BONDS"});
+        QCOMPARE(rows(QStringLiteral("Select FormSrId, Srno, ShareClass From Form15G_Sch2")), QStringList{"1|1|EQUITY"});
+
+        DeclarationForm again(design(false));
+        QVERIFY(again.load());
+        QCOMPARE(again.value(GIncomeFrom), QStringLiteral("DIVIDENDS"));
+        QCOMPARE(again.value(GEstIncome), QStringLiteral("1500.00"));
+        QCOMPARE(again.schedules(1).value(1), shares);
+    }
+
+    // Form 15H has no source flags: its table of income goes with every copy and delete.
+    void tableOfIncomeTravelsWithTheDeclaration()
+    {
+        ScriptedDialogs dialogs;
+        DeclarationForm f(design(true));
+        f.setDialogs(&dialogs);
+        QVERIFY(f.load());
+        QStringList values(f.slotTable().size());
+        values[HName] = QStringLiteral("SITA");
+        const Rows table{{QStringLiteral("INTEREST"), QStringLiteral("FD 1"), {}, QStringLiteral("500.00")},
+                         {QStringLiteral("DIVIDEND"), QStringLiteral("SHARES"), {}, QStringLiteral("70.00")}};
+        QCOMPARE(f.storeDeclaration(0, values, {table}), 1);
+        QVERIFY(f.requery(1));
+        dialogs.answers.enqueue(true);
+        QVERIFY(f.copyRecord());
+        QCOMPARE(f.currentSerial(), 2);
+        QCOMPARE(rows(QStringLiteral("Select FormSrId, SrNo, NatureOfIncome, Amount From Form15H_Table Order By FormSrId, SrNo")),
+                 (QStringList{"1|1|INTEREST|500", "1|2|DIVIDEND|70", "2|1|INTEREST|500", "2|2|DIVIDEND|70"}));
+        f.cancel();
+        f.first();
+        dialogs.answers.enqueue(true);
+        QVERIFY(f.deleteRecord());
+        QCOMPARE(rows(QStringLiteral("Select FormSrId, SrNo From Form15H_Table Order By SrNo")), (QStringList{"2|1", "2|2"}));
+        QCOMPARE(f.schedules(2).value(0), table);
+    }
+
+    // Every slot's value is printed, each in the sentence of the form that holds it, the
+    // schedules not ticked as "---NIL---", and the line report goes to the report object.
+    void printCarriesEveryValue_data()
+    {
+        QTest::addColumn<bool>("form15H");
+        QTest::addColumn<QStringList>("declarant");
+        QTest::addColumn<QStringList>("inPlace");
+        QTest::addColumn<int>("nil");
+        QTest::newRow("15G") << false
+                             << QStringList{"RAVI", "MOHAN", "HUF", "12 MG ROAD", "AAAPR1234K", "2019-20", "WARD 2(1)",
+                                            "CIT PUNE", "INTEREST ON SECURITIES", "2500.00", "10000"}
+                             << QStringList{"FORM NO. 15G",
+                                            "Declaration under sub-sections (1) and (1A) of section 197A of the Income-tax "
+                                            "Act, 1961, to be made by a person (not being a company or a firm)",
+                                            "Status : \x1b" "EHUF\x1b" "F",
+                                            "*I/We, \x1b" "ERAVI\x1b" "F *son/daughter/wife of \x1b" "EMOHAN\x1b" "F resident "
+                                            "of \x1b" "E12 MG ROAD\x1b" "F do hereby declare",
+                                            "that the \x1b" "Einterest on securities\x1b" "F in respect of",
+                                            "particulars of which are given in \x1b" "ESchedule I\x1b" "F below",
+                                            "estimated total income of Rs. \x1b" "E2,500.00\x1b" "F,",
+                                            "previous year ending on \x1b" "E31/03/2024\x1b" "F relevant to the assessment "
+                                            "year \x1b" "E2024-25\x1b" "F will not exceed",
+                                            "for the assessment year \x1b" "E2019-20\x1b" "F by the Assessing Officer \x1b"
+                                            "EWARD 2(1)\x1b" "F Circle/Ward",
+                                            "allotted to *me/us is \x1b" "EAAAPR1234K\x1b" "F;",
+                                            "Commissioner of Income-tax \x1b" "ECIT PUNE\x1b" "F;", "7% BONDS", "1,000.00"}
+                             << 4;
+        QTest::newRow("15H") << true
+                             << QStringList{"SITA", "RAM", "4 LAKE VIEW", "05/03/1950", "72", "AAAPS1234K", "2019-20",
+                                            "WARD 1", "CIT PUNE", "90000.00"}
+                             << QStringList{"FORM NO. 15H", "To\r\n\x1b" "EO'NEIL BANK\x1b" "F\r\n\x1b" "EFORT\x1b" "F",
+                                            "I, \x1b" "ESITA\x1b" "F *son/daughter/wife of \x1b" "ERAM\x1b" "F resident of \x1b"
+                                            "E4 LAKE VIEW\x1b" "F do hereby declare",
+                                            "that my date of birth is \x1b" "E05/03/1950\x1b" "F and I am of the age of \x1b"
+                                            "E72\x1b" "F years and am entitled to a deduction from the amount of income-tax on "
+                                            "my total income referred to in section 88B;",
+                                            "estimated total income of Rs. \x1b" "E90,000.00\x1b" "F,",
+                                            "allotted to me is \x1b" "EAAAPS1234K\x1b" "F;", "7% BONDS", "1,000.00"}
+                             << 0;
+    }
+    void printCarriesEveryValue()
+    {
+        QFETCH(bool, form15H);
+        QFETCH(QStringList, declarant);
+        QFETCH(QStringList, inPlace);
+        QFETCH(int, nil);
+        auto *report = dynamic_cast<ReportObject *>(modbase::reportObject());
+        QVERIFY(report);
+        DeclarationForm f(design(form15H));
+        QVERIFY(f.load());
+        const QStringList payer{"O'NEIL BANK", "FORT", "MUMO12345A", "01/04/2024", "APRIL TO JUNE", "45000.00",
+                                "30/06/2024", "CIT MUMBAI"};
+        const Rows first = form15H ? Rows{{QStringLiteral("INTEREST"), QStringLiteral("7% BONDS"), {}, QStringLiteral("1000.00")}}
+                                   : Rows{{QStringLiteral("7% BONDS"), QStringLiteral("10"), QStringLiteral("1000.00"), {}, {}}};
+        QVERIFY2(f.storeDeclaration(0, declarant + payer, form15H ? QList<Rows>{first} : QList<Rows>{first, first, {}, {}, {}}),
+                 qPrintable(f.saveError()));
+        QVERIFY(f.requery(1));
+        report->NewReport();
+        f.buildReport();
+        const QString printed = cells(report->model());
+        for (const QString &text : inPlace)
+            QVERIFY2(printed.contains(text), qPrintable(text));
+        // Part II: each payer item beside its caption; a ticked schedule without rows is nil too.
+        for (int i = 0; i < payer.size(); ++i) {
+            const QString value = i == AmountPaid ? QStringLiteral("45,000.00") : payer[i];
+            QVERIFY2(printed.contains(ReportText::bold(QStringLiteral(": ") + value)), qPrintable(payer[i]));
+        }
+        QCOMPARE(printed.count(QLatin1String("---NIL---")), nil);
+    }
+
+    // The command line: a refused record named, the rest stored as typed by the rules of
+    // the window, the export taken back unchanged, and the print to rich text and PDF.
+    void commandLineRoundTrip_data()
+    {
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<QJsonArray>("declarant");
+        QTest::addColumn<QJsonArray>("shown");
+        QTest::addColumn<QJsonArray>("schedules");
+        QTest::addColumn<QJsonArray>("stored");
+        QTest::addColumn<int>("refusedSlot");
+        QTest::addColumn<QString>("refusal");
+        QTest::addColumn<QStringList>("printed");
+        QTest::newRow("15G") << "15g-first"
+                             << QJsonArray{"ravi d'souza", "mohan d'souza", "individual", "12 mg road, pune", "aaapr1234k",
+                                           "2023-24", "ward 2(1)", "", "dividends", "180000", "01001"}
+                             << QJsonArray{"RAVI D'SOUZA", "MOHAN D'SOUZA", "INDIVIDUAL", "12 MG ROAD, PUNE", "AAAPR1234K",
+                                           "2023-24", "WARD 2(1)", "", "DIVIDENDS", "180000.00", "01001"}
+                             << QJsonArray{QJsonArray{}, QJsonArray{QJsonArray{"100", "equity of rs 10", "1000", "101-200", "1-4-2020"}},
+                                           QJsonArray{}, QJsonArray{}, QJsonArray{QJsonArray{"post office, pune", "1-1-22", "900"}}}
+                             << QJsonArray{QJsonArray{}, QJsonArray{QJsonArray{"100", "EQUITY OF RS 10", "1000.00", "101", "01/04/2020"}},
+                                           QJsonArray{}, QJsonArray{}, QJsonArray{QJsonArray{"POST OFFICE, PUNE", "01/01/2022", "900.00"}}}
+                             << int(GIncomeFrom) << "declarant slot 8"
+                             << QStringList{"Declaration under sub-sections (1) and (1A) of section 197A of the Income-tax Act, "
+                                            "1961, to be made by a person (not being a company or a firm) claiming receipt of "
+                                            "interest on securities",
+                                            "*I/We, RAVI D'SOUZA *son/daughter/wife of MOHAN D'SOUZA resident of 12 MG ROAD, "
+                                            "PUNE do hereby declare",
+                                            "that the dividends in respect of",
+                                            "given in Schedule II, Schedule V below",
+                                            "estimated total income of Rs. 1,80,000.00, including",
+                                            "previous year ending on 31/03/2025 relevant to the assessment year 2025-26",
+                                            "EQUITY OF RS", "POST OFFICE, PUNE", "900.00", "---NIL---"};
+        QTest::newRow("15H") << "15h-first"
+                             << QJsonArray{"sita devi", "ram lal", "4 lake view, pune", "5-3-1950", "75", "aaaps1234k", "",
+                                           "", "cit pune", "90000"}
+                             << QJsonArray{"SITA DEVI", "RAM LAL", "4 LAKE VIEW, PUNE", "05/03/1950", "75", "AAAPS1234K", "",
+                                           "", "CIT PUNE", "90000.00"}
+                             << QJsonArray{QJsonArray{QJsonArray{"interest", "fd 12", "1-4-24", "150000"},
+                                                      QJsonArray{"dividend", "shares", "", "0"}}}
+                             << QJsonArray{QJsonArray{QJsonArray{"INTEREST", "FD 12", "01/04/2024", "150000.00"},
+                                                      QJsonArray{"DIVIDEND", "SHARES", "", "0.00"}}}
+                             << int(HPan) << "declarant slot 5 (\"PAN\"): Invalid PAN."
+                             << QStringList{"Declaration under section 197A(1C) of the Income-tax Act, 1961, to be made by an "
+                                            "individual who is of the age of sixty-five years or more",
+                                            "I, SITA DEVI *son/daughter/wife of RAM LAL resident of 4 LAKE VIEW, PUNE do hereby "
+                                            "declare",
+                                            "that my date of birth is 05/03/1950 and I am of the age of 75 years and am entitled "
+                                            "to a deduction from the amount of income-tax on my total income referred to in "
+                                            "section 88B;",
+                                            "for the assessment year .................... by the Assessing Officer "
+                                            "....................",
+                                            "Income-tax CIT PUNE;", "FD 12", "1,50,000.00"};
+    }
+    void commandLineRoundTrip()
+    {
+        QFETCH(QString, form);
+        QFETCH(QJsonArray, declarant);
+        QFETCH(QJsonArray, shown);
+        QFETCH(QJsonArray, schedules);
+        QFETCH(QJsonArray, stored);
+        QFETCH(int, refusedSlot);
+        QFETCH(QString, refusal);
+        QFETCH(QStringList, printed);
+        const QJsonArray payer{"o'neil bank ltd", "fort, mumbai", "mumo12345a", "1-4-24", "april to june", "45000", "30-6-24",
+                               "cit mumbai"};
+        QJsonArray refused = declarant;
+        refused[refusedSlot] = QStringLiteral("salary");
+        const QJsonArray file{QJsonObject{{"declarant", refused}, {"payer", payer}, {"schedules", schedules}},
+                              QJsonObject{{"declarant", declarant}, {"payer", payer}, {"schedules", schedules}}};
+        CliRun r = cli(QStringList{"import", form} + m_period + QStringList{"-"}, QJsonDocument(file).toJson());
+        QCOMPARE(r.exitCode, 1);
+        QCOMPARE(r.out, QStringLiteral("1\n"));
+        QVERIFY2(r.err.contains(QLatin1String("record 1 not stored: ") + refusal), qPrintable(r.err));
+
+        r = cli(QStringList{"export", form} + m_period);
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        const QJsonArray all = QJsonDocument::fromJson(r.out.toUtf8()).array();
+        QCOMPARE(all.size(), 1);
+        const QJsonObject one = all[0].toObject();
+        QCOMPARE(one["serial"].toInt(), 1);
+        QCOMPARE(one["declarant"].toArray(), shown);
+        QCOMPARE(one["payer"].toArray(), (QJsonArray{"O'NEIL BANK LTD", "FORT, MUMBAI", "MUMO12345A", "01/04/2024",
+                                                      "APRIL TO JUNE", "45000.00", "30/06/2024", "CIT MUMBAI"}));
+        QCOMPARE(one["schedules"].toArray(), stored);
+
+        r = cli(QStringList{"import", form} + m_period + QStringList{"-"}, QJsonDocument(all).toJson());
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QCOMPARE(r.out, QStringLiteral("1\n"));
+        r = cli(QStringList{"export", form} + m_period);
+        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).array(), all);
+
+        const QString rtf = m_home.filePath(form + QStringLiteral(".rtf"));
+        r = cli(QStringList{"print", form} + m_period + QStringList{"--serial", "1", "--rtf", rtf});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QFile f(rtf);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        const QByteArray content = f.readAll();
+        QVERIFY(content.startsWith("{\\rtf1"));
+        const QString text = readable(QString::fromLatin1(content));
+        for (const QString &phrase : printed)
+            QVERIFY2(text.contains(phrase), qPrintable(phrase));
+
+        const QString pdf = m_home.filePath(form + QStringLiteral(".pdf"));
+        r = cli(QStringList{"print", form} + m_period + QStringList{"--serial", "1", "--pdf", pdf});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QFile p(pdf);
+        QVERIFY(p.open(QIODevice::ReadOnly));
+        QCOMPARE(p.read(5), QByteArray("%PDF-"));
+    }
+
+    // Opens on its first field once adding; Enter walks the declarant's fields and goes on
+    // to the payer's; the PAN and TAN are checked on leaving; Alt+S saves; Escape asks.
+    void windowByKeys_data()
+    {
+        QTest::addColumn<bool>("form15H");
+        QTest::newRow("15G") << false;
+        QTest::newRow("15H") << true;
+    }
+    void windowByKeys()
+    {
+        QFETCH(bool, form15H);
+        ScriptedDialogs dialogs;
+        std::unique_ptr<QDialog> window(FormRegistry::byCliKey(form15H ? QStringLiteral("15h-first") : QStringLiteral("15g-first"))->window());
+        auto *w = qobject_cast<DeclarationWindow *>(window.get());
+        QVERIFY(w);
+        QCOMPARE(w->objectName(), form15H ? QStringLiteral("frm15h") : QStringLiteral("frm15g"));
+        w->setDialogs(&dialogs);
+        w->show();
+        QVERIFY(QTest::qWaitForWindowActive(w));
+
+        // Every access key of the window is its own.
+        QStringList keys;
+        const QRegularExpression mnemonic(QStringLiteral("&([^&])"));
+        for (const QAbstractButton *b : w->findChildren<QAbstractButton *>())
+            keys << mnemonic.match(b->text()).captured(1).toUpper();
+        QTabWidget *tabs = w->findChild<QTabWidget *>();
+        for (int t = 0; t < tabs->count(); ++t)
+            keys << mnemonic.match(tabs->tabText(t)).captured(1).toUpper();
+        keys.removeAll(QString());
+        QCOMPARE(QSet<QString>(keys.begin(), keys.end()).size(), keys.size());
+
+        QTest::keyClick(w, Qt::Key_A, Qt::AltModifier);
+        QTRY_VERIFY(w->declaration().editing());
+        SlotFields *m = w->txtfieldsM();
+        QTRY_COMPARE(QApplication::focusWidget(), m->widget(0));
+        // A new declaration starts from the deductor's master row.
+        auto *name = static_cast<QLineEdit *>(m->widget(0));
+        QCOMPARE(name->text(), QStringLiteral("O'NEIL BANK LTD"));
+        name->selectAll();
+        QTest::keyClicks(name, QStringLiteral("ravi"));
+        const Declarant at = declarant(form15H);
+        // The PAN refused on leaving keeps the cursor.
+        m->widget(at.pan)->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(m->widget(at.pan)->hasFocus());
+        QTest::keyClicks(m->widget(at.pan), QStringLiteral("aaa"));
+        QTest::keyClick(m->widget(at.pan), Qt::Key_Return);
+        QCOMPARE(dialogs.asked.size(), 1);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Invalid PAN."));
+        QTRY_COMPARE(QApplication::focusWidget(), m->widget(at.pan));
+        static_cast<QLineEdit *>(m->widget(at.pan))->clear();
+
+        // From the first field, Enter visits every field of the block, then Part II.
+        m->widget(0)->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(m->widget(0)->hasFocus());
+        QList<QWidget *> walked;
+        for (int i = 0; i < m->count(); ++i) {
+            const QList<QCheckBox *> boxes = m->checkBoxes(i);
+            if (boxes.isEmpty())
+                walked << m->widget(i);
+            for (QCheckBox *box : boxes)
+                walked << box;
+        }
+        for (QWidget *expected : walked) {
+            QCOMPARE(QApplication::focusWidget(), expected);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        SlotFields *p = w->txtfieldsP();
+        QTRY_COMPARE(QApplication::focusWidget(), p->widget(PayerName));
+        QCOMPARE(tabs->currentIndex(), 1);
+        for (int i = 0; i < PayerTan; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), p->widget(PayerTan));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("mumo1234"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Invalid TAN."));
+        QTRY_COMPARE(QApplication::focusWidget(), p->widget(PayerTan));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5a"));
+
+        if (!form15H) {
+            // The source of the income, chosen by its first letter.
+            m->widget(at.incomeFrom)->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(m->widget(at.incomeFrom), Qt::Key_D);
+            QCOMPARE(static_cast<QComboBox *>(m->widget(at.incomeFrom))->currentText(), QStringLiteral("DIVIDENDS"));
+        }
+        const int asked = int(dialogs.asked.size());
+        QTest::keyClick(w, Qt::Key_S, Qt::AltModifier);
+        const QString table = form15H ? QStringLiteral("Form15H") : QStringLiteral("Form15G");
+        QTRY_COMPARE(rows(QStringLiteral("Select FormSrNo, Name, PTan From ") + table), QStringList{"1|RAVI|MUMO12345A"});
+        if (!form15H)
+            QCOMPARE(rows(QStringLiteral("Select Income_From From Form15G")), QStringList{"DIVIDENDS"});
+        QCOMPARE(w->statusText(), QStringLiteral("Declaration 1 saved"));
+        QCOMPARE(dialogs.asked.size(), asked);
+
+        // Editing again: Escape asks before the changes are lost; No keeps them.
+        QTest::keyClick(w, Qt::Key_M, Qt::AltModifier);
+        QTRY_VERIFY(w->declaration().editing());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QCOMPARE(dialogs.asked.last().message,
+                 QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?"));
+        QVERIFY(w->declaration().editing());
+        QVERIFY(w->isVisible());
+        dialogs.answers.enqueue(true);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!w->declaration().editing());
+        QTest::keyClick(w, Qt::Key_Escape);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to exit ?"));
+        QVERIFY(w->isVisible());
+    }
+};
+
+TDS_TEST(TestFirstLayoutDeclarations)
+#include "TestFirstLayoutDeclarations.moc"
