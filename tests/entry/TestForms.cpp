@@ -82,7 +82,8 @@ private slots:
         static const QHash<QString, QString> built{{"Form15C", "frm15c"}, {"Form15D", "frm15d"}, {"Form15I", "frm15i"},
                                                    {"Form15GNew", "frm15gNew"}, {"Form15HNew", "frm15hNew"},
                                                    {"Form15GNew1", "frm15gOct15"}, {"Form15HNew1", "frm15hOct15"},
-                                                   {"Challan", "Challan"}, {"ChallanNew", "ChallanNew"}};
+                                                   {"Challan", "Challan"}, {"ChallanNew", "ChallanNew"},
+                                                   {"Form15G", "frm15g"}, {"Form15H", "frm15h"}};
         const QString windowClass = built.value(name);
 
         const int before = int(logLines().size());
