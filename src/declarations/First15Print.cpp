@@ -89,7 +89,7 @@ void signature(IReportObject &report, ReportRows &row, const QString &place, con
 {
     report.printtext();
     report.createtable(1, 2);
-    row.pair(QStringLiteral("Place ") + place, 50, ReportRows::Left, QStringLiteral("..............................."), 28,
+    row.pair(QStringLiteral("Place ") + place, 50, ReportRows::Left, QStringLiteral(".........................."), 28,
              ReportRows::Right, QString(), false);
     row.pair(QStringLiteral("Date ") + date, 50, ReportRows::Left, who, 28, ReportRows::Right, QString(), false);
 }
@@ -202,7 +202,7 @@ void build(const DeclarationSlots::Design &design, const DeclarationPrint::Decla
 
     report.printtext();
     row.line(bold(QStringLiteral("Verification")), ReportRows::Centre);
-    row.line(we + QStringLiteral(" ") + filled(slot(m, at.name)) + QStringLiteral(" do hereby declare that to the best of ")
+    row.line(we + QStringLiteral(", ") + filled(slot(m, at.name)) + QStringLiteral(", do hereby declare that to the best of ")
              + my + QStringLiteral(" knowledge and belief what is stated above is correct, complete and is truly stated.")
              + lineBreak + QStringLiteral("Verified today, the ") + filled(data.formdate()) + QStringLiteral("."));
     signature(report, row, data.formplace(), data.formdate(), QStringLiteral("Signature of the declarant"));
