@@ -73,10 +73,16 @@ int main(int argc, char **argv)
 
     QElapsedTimer clock;
     qint64 last = 0;
+    qint64 started = -1;   // the browser is up: the first status
+    qint64 loggedIn = -1;  // the e-pay pages begin
     const auto step = [&](const QString &text) {
         const qint64 now = clock.elapsed();
         std::printf("  %6lld ms  +%5lld  %s\n", now, now - last, qPrintable(text));
         last = now;
+        if (started < 0)
+            started = now;
+        if (text == QLatin1String("Opening Select Act Page ..."))
+            loggedIn = now;
     };
     clock.start();
     const PortalResult result = TanPaymentFlow(&browser, step).run(TanPaymentFlow::Kind::Older, payment,
@@ -90,6 +96,9 @@ int main(int argc, char **argv)
     int mandated = 0;
     for (int seconds : std::as_const(browser.pauses))
         mandated += seconds;
+    std::printf("browser start: %.2f s, session and login beyond the waits: %.2f s, payment pages: %.2f s\n",
+                double(started) / 1000.0, double(loggedIn - started) / 1000.0 - mandated,
+                total - double(loggedIn) / 1000.0);
     std::printf("mandated waits: %d s\n", mandated);
     std::printf("total: %.2f s\n", total);
     std::printf("ratio=%.2f\n", total > 0 ? mandated / total : 0.0);
