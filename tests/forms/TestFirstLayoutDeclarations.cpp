@@ -302,6 +302,8 @@ private slots:
         QVERIFY(f.open(QIODevice::ReadOnly));
         const QByteArray content = f.readAll();
         QVERIFY(content.startsWith("{\\rtf1"));
+        // The values written into the text keep their bold.
+        QVERIFY(content.contains("\\b " + shown[0].toString().toLatin1() + "\\b0 "));
         const QString text = readable(QString::fromLatin1(content));
         for (const QString &phrase : printed)
             QVERIFY2(text.contains(phrase), qPrintable(phrase));
