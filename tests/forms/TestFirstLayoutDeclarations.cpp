@@ -10,6 +10,9 @@
 #include "entry/FormRegistry.h"
 #include "forms/ReportRows.h"
 #include "host/report/ReportObject.h"
+#include "ui/FieldBehaviour.h"
+#include "ui/ScheduleFrame.h"
+#include "ui/ScheduleGrid.h"
 #include "ui/SlotFields.h"
 
 #include <QAbstractButton>
@@ -26,6 +29,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 using namespace First15Slots;
 
@@ -408,6 +412,34 @@ private slots:
             QCOMPARE(rows(QStringLiteral("Select Income_From From Form15G")), QStringList{"DIVIDENDS"});
         QCOMPARE(w->statusText(), QStringLiteral("Declaration 1 saved"));
         QCOMPARE(dialogs.asked.size(), asked);
+
+        if (form15H) {
+            // Alt+I opens the table of income of the saved declaration; Escape stores its rows.
+            QString opened;
+            QTimer poll;
+            poll.setInterval(20);
+            connect(&poll, &QTimer::timeout, this, [&] {
+                auto *frame = qobject_cast<ScheduleFrame *>(QApplication::activeModalWidget());
+                if (!frame)
+                    return;
+                poll.stop();
+                opened = frame->windowTitle();
+                frame->grid()->setRows({{QStringLiteral("INTEREST"), QStringLiteral("FD 1"), {}, QStringLiteral("500.00")}});
+                QTest::keyClick(frame, Qt::Key_Escape);
+            });
+            poll.start();
+            // The button sits on the declarant's tab: Alt+E shows it first.
+            QTest::keyClick(w, Qt::Key_E, Qt::AltModifier);
+            QTRY_COMPARE(tabs->currentIndex(), 0);
+            QTest::keyClick(w, Qt::Key_I, Qt::AltModifier);
+            QTRY_COMPARE(opened, QStringLiteral("TABLE OF INCOME"));
+            QTRY_COMPARE(rows(QStringLiteral("Select FormSrId, SrNo, NatureOfIncome, Amount From Form15H_Table")),
+                         QStringList{"1|1|INTEREST|500"});
+            QCOMPARE(w->statusText(), QStringLiteral("TABLE OF INCOME saved"));
+            QTRY_VERIFY(!QApplication::activeModalWidget());
+            w->activateWindow();   // the offscreen platform gives no window back its activation
+            QVERIFY(QTest::qWaitForWindowActive(w));
+        }
 
         // Editing again: Escape asks before the changes are lost; No keeps them.
         QTest::keyClick(w, Qt::Key_M, Qt::AltModifier);
