@@ -54,6 +54,16 @@ void DeclarationForm::readRows(IDataObject &data)
         setValues(m_prefill);
 }
 
+Refusal DeclarationForm::checkBeforeSave() const
+{
+    for (int slot : m_design.required) {
+        if (value(slot).trimmed().isEmpty())
+            return {slot, QStringLiteral("Please specify valid '") + QString(slotTable().at(slot).caption).remove(QLatin1Char('&'))
+                              + QStringLiteral("'.")};
+    }
+    return {};
+}
+
 QStringList DeclarationForm::deleteDetailStatements(int serial) const
 {
     QStringList out;

@@ -41,6 +41,7 @@ protected:
     void readRows(IDataObject &data) override;
     QStringList saveStatements(IDataObject &data) override;
     QStringList newRecordValues() const override { return m_prefill; }
+    Refusal checkBeforeSave() const override;
     QStringList deleteDetailStatements(int serial) const override;
     void copyDetails(IDataObject &data, TransactionGuard &guard, int fromSerial, int toSerial) override;
 

@@ -31,6 +31,8 @@ struct Design
     SlotTable payer = {};
     int flagsSlot = -1;                // -1: every detail table belongs to every declaration
     QList<ScheduleLayout> schedules = {};
+    // Slots a save refuses while empty, in screen order: "Please specify valid '<caption>'.".
+    QList<int> required = {};
     // Main_Info_oth column -> declarant slot of a new declaration.
     QList<std::pair<QString, int>> prefill = {};
     QString declarantTab = {};

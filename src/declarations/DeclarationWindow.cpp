@@ -118,6 +118,18 @@ QWidget *DeclarationWindow::firstEditField() const
     return m_declarant->widget(0);
 }
 
+QWidget *DeclarationWindow::revealSlot(int slot)
+{
+    const bool payer = slot >= m_form.declarantCount();
+    SlotFields *fields = payer ? m_payer : m_declarant;
+    const int at = payer ? slot - m_form.declarantCount() : slot;
+    if (at < 0 || at >= fields->count())
+        return nullptr;
+    m_tabs->setCurrentIndex(payer ? 1 : 0);
+    const QList<QCheckBox *> boxes = fields->checkBoxes(at);
+    return boxes.isEmpty() ? fields->widget(at) : boxes.first();
+}
+
 void DeclarationWindow::cmdincschClicked(int k)
 {
     runAction([this, k] {

@@ -28,6 +28,7 @@ private:
     void setFieldsReadOnly(bool readOnly) override;
     void collectFields() override;
     QWidget *firstEditField() const override;
+    QWidget *revealSlot(int slot) override;
 
     DeclarationForm m_form;
     SlotFields *m_declarant = nullptr;

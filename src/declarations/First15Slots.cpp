@@ -13,6 +13,14 @@ Slot kind(const char *caption, FieldKind k, int width = 0)
     return Slot{.caption = QString::fromUtf8(caption), .kind = k, .width = width};
 }
 
+// The age goes into "I am of the age of ... years": a whole number of years.
+QString wholeYears(const QString &text)
+{
+    bool ok = false;
+    const int years = text.trimmed().toInt(&ok);
+    return ok && years > 0 && years < 150 ? QString() : QStringLiteral("The age is a whole number of years.");
+}
+
 SlotTable declarantSlots(bool form15H)
 {
     SlotTable t;
@@ -23,7 +31,8 @@ SlotTable declarantSlots(bool form15H)
                   .name = QStringLiteral("cbostatusM")};
     t << kind("Resident of (Address)", FieldKind::MultiLine, 255);
     if (form15H)
-        t << kind("Date of Birth", FieldKind::Date, 10) << text("Age (in years)", 3);
+        t << kind("Date of Birth", FieldKind::Date, 10)
+          << Slot{.caption = QStringLiteral("Age (in years)"), .width = 3, .extraCheck = wholeYears};
     t << kind("PAN", FieldKind::Pan, 10) << text("Last assessed to income-tax for the assessment year", 10)
       << text("By the Assessing Officer (Circle/Ward)")
       << text("Chief Commissioner or Commissioner of Income-tax (if not assessed to income-tax earlier)", 255);
@@ -126,6 +135,8 @@ DeclarationSlots::Design design(bool form15H)
     d.payer = payerSlots();
     d.flagsSlot = at.flags;
     d.schedules = form15H ? QList<ScheduleLayout>{table15H()} : schedules15G();
+    // A declaration names its declarant and, on Form 15G, the income it claims.
+    d.required = form15H ? QList<int>{at.name} : QList<int>{at.name, at.incomeFrom};
     d.prefill = {{QStringLiteral("Name"), at.name}, {QStringLiteral("panno"), at.pan}, {QStringLiteral("ward"), at.ward}};
     d.prefill << (form15H ? std::pair{QStringLiteral("dob"), at.dob} : std::pair{QStringLiteral("status"), at.status});
     d.declarantTab = QStringLiteral("D&eclarant");

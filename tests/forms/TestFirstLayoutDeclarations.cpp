@@ -9,6 +9,7 @@
 #include "declarations/First15Window.h"
 #include "entry/FormRegistry.h"
 #include "forms/ReportRows.h"
+#include "shared/FieldRules.h"
 #include "host/report/ReportObject.h"
 #include "ui/FieldBehaviour.h"
 #include "ui/ScheduleFrame.h"
@@ -110,6 +111,39 @@ private slots:
         QCOMPARE(again.value(GIncomeFrom), QStringLiteral("DIVIDENDS"));
         QCOMPARE(again.value(GEstIncome), QStringLiteral("1500.00"));
         QCOMPARE(again.schedules(1).value(1), shares);
+    }
+
+    // A declaration without its declarant (or, on Form 15G, without the income it claims) is
+    // refused and nothing is stored; the age is a number of years.
+    void refusedBeforeSaving_data()
+    {
+        QTest::addColumn<bool>("form15H");
+        QTest::addColumn<int>("slot");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("15G name") << false << int(GName) << "Please specify valid 'Name'.";
+        QTest::newRow("15G income from") << false << int(GIncomeFrom) << "Please specify valid 'Income From'.";
+        QTest::newRow("15H name") << true << int(HName) << "Please specify valid 'Name'.";
+    }
+    void refusedBeforeSaving()
+    {
+        QFETCH(bool, form15H);
+        QFETCH(int, slot);
+        QFETCH(QString, message);
+        DeclarationForm f(design(form15H));
+        QVERIFY(f.load());
+        QStringList values(f.slotTable().size());
+        values[GName] = QStringLiteral("RAVI");
+        if (!form15H)
+            values[GIncomeFrom] = QStringLiteral("DIVIDENDS");
+        values[slot].clear();
+        QCOMPARE(f.storeDeclaration(0, values, QList<Rows>(f.scheduleCount())), 0);
+        QCOMPARE(f.saveError(), message);
+        QCOMPARE(f.refusedSlot(), slot);
+        QVERIFY(rows(QStringLiteral("Select FormSrNo From Form15G Union All Select FormSrNo From Form15H")).isEmpty());
+        const Slot age = design(true).declarant.at(HAge);
+        QCOMPARE(FieldRules::imported(age, QStringLiteral("7O"), modbase::data()).message,
+                 QStringLiteral("The age is a whole number of years."));
+        QVERIFY(FieldRules::imported(age, QStringLiteral("72"), modbase::data()).ok);
     }
 
     // Form 15H has no source flags: its table of income goes with every copy and delete.
@@ -399,8 +433,13 @@ private slots:
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5a"));
 
         if (!form15H) {
-            // The source of the income, chosen by its first letter.
-            m->widget(at.incomeFrom)->setFocus(Qt::TabFocusReason);
+            // Saving without the source of the income names it and puts the cursor there.
+            QTest::keyClick(w, Qt::Key_S, Qt::AltModifier);
+            QTRY_COMPARE(dialogs.asked.last().message, QStringLiteral("Please specify valid 'Income From'."));
+            QTRY_COMPARE(QApplication::focusWidget(), m->widget(at.incomeFrom));
+            QCOMPARE(tabs->currentIndex(), 0);
+            QVERIFY(rows(QStringLiteral("Select * From Form15G")).isEmpty());
+            // Chosen by its first letter.
             QTest::keyClick(m->widget(at.incomeFrom), Qt::Key_D);
             QCOMPARE(static_cast<QComboBox *>(m->widget(at.incomeFrom))->currentText(), QStringLiteral("DIVIDENDS"));
         }
