@@ -58,8 +58,7 @@ Refusal DeclarationForm::checkBeforeSave() const
 {
     for (int slot : m_design.required) {
         if (value(slot).trimmed().isEmpty())
-            return {slot, QStringLiteral("Please specify valid '") + QString(slotTable().at(slot).caption).remove(QLatin1Char('&'))
-                              + QStringLiteral("'.")};
+            return specifyValid(slot);
     }
     return {};
 }

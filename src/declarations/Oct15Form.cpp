@@ -106,8 +106,7 @@ Refusal Oct15Form::checkBeforeSave() const
         if (ok)
             continue;
         // The payer's TAN is captioned "TAN": "Please specify valid 'TAN'."
-        return {slot, QStringLiteral("Please specify valid '") + QString(slotTable().at(slot).caption).remove(QLatin1Char('&'))
-                          + QStringLiteral("'.")};
+        return specifyValid(slot);
     }
     return {};
 }

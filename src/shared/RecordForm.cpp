@@ -168,6 +168,12 @@ bool RecordForm::escape()
     return ask(exitQuestion);
 }
 
+Refusal RecordForm::specifyValid(int slot) const
+{
+    const QString caption = QString(m_slots.value(slot).caption).remove(QLatin1Char('&'));
+    return {slot, QStringLiteral("Please specify valid '") + caption + QStringLiteral("'.")};
+}
+
 QStringList RecordForm::deleteDetailStatements(int serial) const
 {
     Q_UNUSED(serial);

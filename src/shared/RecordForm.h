@@ -111,6 +111,8 @@ protected:
     // The form's checks of the values about to be saved (a window's Save and an import
     // alike); the default refuses nothing.
     virtual Refusal checkBeforeSave() const { return {}; }
+    // "Please specify valid '<caption>'." for the slot, its access-key mark left out.
+    Refusal specifyValid(int slot) const;
     // A new record's values; the default is all empty.
     virtual QStringList newRecordValues() const { return QStringList(); }
     // Detail rows of a record, removed with it (e.g. its schedules), inside the transaction.
