@@ -482,8 +482,11 @@ PortalResult frmePayITD::runFlow(const TanPayment &payment)
 PortalResult frmePayITD::runExternal(const TanPayment &payment)
 {
     PortalResult result;
-    // ItdActions::registerBuiltin();
-    const auto actions = createObjectAs<IItdActions>(QString::fromLatin1(ProgId::ItdActions));
+    ItdActions::registerBuiltin();
+    // Held, with its browser, until the form closes.
+    m_actions.reset();
+    m_actions = createObjectAs<IItdActions>(QString::fromLatin1(ProgId::ItdActions));
+    IItdActions *actions = m_actions.get();
     if (!actions) {
         result.outcome = PortalResult::Outcome::Failed;
         result.failure = result.message = QStringLiteral("Can't create object ['ITDAct'].");
@@ -508,8 +511,9 @@ PortalResult frmePayITD::runExternal(const TanPayment &payment)
                                                                p.others, sections, p.modeCode, p.subMode,
                                                                p.bankCode, p.nonResident ? 1 : 0);
         Q_UNUSED(paid);
-        actions->CheckForLoginCl();
     }
+    // Shows the browser where the run ended, or closes a stopped one.
+    actions->CheckForLoginCl();
     return actions->lastResult();
 }
 

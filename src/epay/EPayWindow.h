@@ -11,6 +11,7 @@
 #include <QHash>
 #include <memory>
 
+class IItdActions;
 class IOnlineAction;
 class PortalCredentials;
 class QButtonGroup;
@@ -90,6 +91,7 @@ private:
     EPayPayment m_payment;
     std::unique_ptr<PortalCredentials> m_credentials;
     std::shared_ptr<IOnlineAction> m_browser;   // held from the run's start until the form closes
+    std::shared_ptr<IItdActions> m_actions;     // the same, when the component runs the payment
     PortalResult m_result;
     bool m_external = false;
     bool m_loaded = false;

@@ -125,9 +125,19 @@ PortalResult TanPaymentFlow::steps(Kind kind, const TanPayment &payment, const Q
 {
     PortalSession session(m_browser, m_report, m_stop);
     PortalResult result = session.open(hostText, tempFolder);
+    if (result.ok() && kind != Kind::PreLogin)
+        result = session.login(payment.tan, payment.password);
     if (!result.ok())
         return result;
+    return pay(kind, payment);
+}
 
+PortalResult TanPaymentFlow::pay(Kind kind, const TanPayment &payment)
+{
+    PortalResult missingBrowser;
+    if (noBrowser(missingBrowser))
+        return missingBrowser;
+    PortalResult result;
     Pages pages;
     pages.demand = isDemand(payment) && kind != Kind::PreLogin;
     if (kind == Kind::PreLogin) {
@@ -145,9 +155,7 @@ PortalResult TanPaymentFlow::steps(Kind kind, const TanPayment &payment, const Q
                         : kind == Kind::Newer               ? PortalPages::breakupTanLocator()
                                                             : PortalPages::breakupPanLocator();
         pages.payment = PortalPages::paymentModeLocator();
-        result = session.login(payment.tan, payment.password);
-        if (result.ok())
-            result = session.openEPayTax(PortalPages::actSelectionLocator());
+        result = PortalSession(m_browser, m_report, m_stop).openEPayTax(PortalPages::actSelectionLocator());
         if (result.ok())
             result = newPayment(kind, pages);
     }

@@ -69,6 +69,11 @@ public:
     // Mobile No !" (pre-login only); empty when the payment may go.
     static QString missingInput(Kind kind, const TanPayment &payment);
 
+    // The pages after the session's login (for the pre-login flow, from the portal's home)
+    // up to the bank's choice; the browser is left as it is. For a caller that logged in
+    // itself.
+    PortalResult pay(Kind kind, const TanPayment &payment);
+
 private:
     struct Pages;
 

@@ -348,7 +348,8 @@ private slots:
                                                "GetePayChallan_TDS_OTH 2025|BLRA12345B|0021|400|DIN123",
                                                "CheckForLoginCl"};
         QTest::newRow("login refused")
-            << false << "200" << QStringList{"InitMe exe \\ZeltLogger.log tmp", "LoginWHR_CL BLRA12345B Pa55#word"};
+            << false << "200"
+            << QStringList{"InitMe exe \\ZeltLogger.log tmp", "LoginWHR_CL BLRA12345B Pa55#word", "CheckForLoginCl"};
     }
     void handedToTheActionsComponent()
     {
