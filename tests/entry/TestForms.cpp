@@ -83,7 +83,8 @@ private slots:
                                                    {"Form15GNew", "frm15gNew"}, {"Form15HNew", "frm15hNew"},
                                                    {"Form15GNew1", "frm15gOct15"}, {"Form15HNew1", "frm15hOct15"},
                                                    {"Challan", "Challan"}, {"ChallanNew", "ChallanNew"},
-                                                   {"Form15G", "frm15g"}, {"Form15H", "frm15h"}};
+                                                   {"Form15G", "frm15g"}, {"Form15H", "frm15h"},
+                                                   {"FormEPayITD", "frmePayITD"}};
         const QString windowClass = built.value(name);
 
         const int before = int(logLines().size());
