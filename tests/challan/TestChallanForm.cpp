@@ -1,5 +1,5 @@
 // The challan form without its window: serials, insert versus update, copy and delete,
-// the checks in their order, and what goes into the header's columns.
+// and what goes into the header's columns.
 #include "../forms/FormsFixture.h"
 #include "ScriptedDialogs.h"
 #include "TestRegistry.h"
@@ -7,7 +7,6 @@
 #include "challan/ChallanForm.h"
 
 using F = ChallanPrint::Field;
-Q_DECLARE_METATYPE(ChallanSection)
 
 class TestChallanForm : public QObject
 {
@@ -95,41 +94,6 @@ private slots:
         QCOMPARE(f.company(), company);
         QCOMPARE(f.payType(), payType);
         QCOMPARE(f.payModeWord(), stored.section(QLatin1Char('|'), 1));
-    }
-
-    // The first failing check speaks, in the order the form runs them.
-    void refusalsInOrder_data()
-    {
-        QTest::addColumn<bool>("older");
-        QTest::addColumn<QList<ChallanSection>>("sections");
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<QString>("message");
-        const ChallanSection good{QStringLiteral("7"), QStringLiteral("10"), {}, {}, {}};
-        QTest::newRow("no sections") << false << QList<ChallanSection>{} << "" << "Please add Section-wise Payment details.";
-        QTest::newRow("no section chosen") << false << QList<ChallanSection>{good, {{}, QStringLiteral("5"), {}, {}, {}}} << ""
-                                           << "Please Select Section.";
-        QTest::newRow("no amount") << false << QList<ChallanSection>{{QStringLiteral("7"), {}, {}, {}, {}}} << ""
-                                   << "Please Enter Amount details.";
-        QTest::newRow("no date") << false << QList<ChallanSection>{good} << "" << "Please Specity Date of Challan.";
-        QTest::newRow("older, no nature of payment") << true << QList<ChallanSection>{} << "01/04/2024"
-                                                     << "Please Select Type of Payment.";
-    }
-    void refusalsInOrder()
-    {
-        QFETCH(bool, older);
-        QFETCH(QList<ChallanSection>, sections);
-        QFETCH(QString, date);
-        QFETCH(QString, message);
-        ChallanForm f(older ? ChallanForm::Kind::Older : ChallanForm::Kind::Current);
-        f.setDialogs(&m_dialogs);
-        QVERIFY(f.load());
-        f.add();
-        f.setSections(sections);
-        f.setField(F::ChallanDate, date);
-        QVERIFY(!f.update());
-        QCOMPARE(f.refusal(), message);
-        QCOMPARE(m_dialogs.asked.last().message, message);
-        QVERIFY(rows(QStringLiteral("Select * From Challan_ZeltOth")).isEmpty());
     }
 
     // Modify updates in place (the challan number too); copy takes the sections along;

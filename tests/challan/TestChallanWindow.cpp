@@ -144,11 +144,6 @@ private slots:
         auto *logic = dynamic_cast<ChallanForm *>(form->logic().get());
         QVERIFY(logic && logic->kind() == challan->challan().kind());
 
-        for (const char *name : {"CmdAddSec", "CmdDelSec", "CmdSearch", "VsMySec", "FrameSec", "VsSec"})
-            QCOMPARE(w->findChild<QWidget *>(name) != nullptr, current);
-        QCOMPARE(w->findChild<QComboBox *>("Combo1") != nullptr, !current);
-        QCOMPARE(w->findChild<QAbstractButton *>("cmdePay") != nullptr, !current);
-
         // Each screen claims every key once, and none claims Alt+S, which saves.
         const auto frame1 = accessKeys(w->findChild<QWidget *>("Frame1"));
         for (auto it = frame1.cbegin(); it != frame1.cend(); ++it)

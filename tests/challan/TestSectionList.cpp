@@ -75,26 +75,6 @@ private slots:
             QVERIFY2(!k.contains(key), qPrintable(key));
     }
 
-    void textsAsShown_data()
-    {
-        QTest::addColumn<QString>("asYear");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("timber before 2026") << "2025-26" << "23" << "206C - B. Timber obtained under forest lease";
-        QTest::newRow("timber from 2026") << "2026-27" << "23" << "206C - B. Timber or any other forest produce";
-        QTest::newRow("file text") << "2027-28" << "1001" << "1001 : [192] - Salary-Paid to staff";
-    }
-
-    void textsAsShown()
-    {
-        QFETCH(QString, asYear);
-        QFETCH(QString, key);
-        QFETCH(QString, text);
-        const QList<SectionEntry> list = entries(asYear, m_withFile.path());
-        const int at = getLi(listText(asYear, m_withFile.path()), key).toInt();
-        QCOMPARE(list.at(at).text, text);
-    }
-
     void lookups_data()
     {
         QTest::addColumn<QString>("asYear");
@@ -108,11 +88,8 @@ private slots:
         QTest::newRow("text compare, no leading zero") << "2025-26" << false << "GETLI" << "05" << "";
         QTest::newRow("later row, 2025") << "2025-26" << false << "GETLI" << "80" << "";
         QTest::newRow("later row, 2026") << "2026-27" << false << "GETLI" << "80" << "75";
-        QTest::newRow("no file") << "2027-28" << false << "GETCODE" << "1001" << "";
-        QTest::newRow("file, position") << "2027-28" << true << "GETLI" << "1039" << "1";
         QTest::newRow("file, code") << "2028-29" << true << "GETCODE" << "1039" << "194E";
         QTest::newRow("file, built-in key") << "2027-28" << true << "GETCODE" << "7" << "";
-        QTest::newRow("fill without a combo") << "2025-26" << false << "FILLCBO" << "" << "";
         QTest::newRow("action in small letters") << "2025-26" << false << "getli" << "0" << "";
     }
 
