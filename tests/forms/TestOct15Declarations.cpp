@@ -1,5 +1,5 @@
-// Forms 15G and 15H of October 2015: the income details inside the positional row, the
-// checks before saving, and the window by keys.
+// Forms 15G and 15H of October 2015: the checks before saving and the window by keys (the
+// income details inside the row are checked through the command line).
 #include "FormsFixture.h"
 #include "ScriptedDialogs.h"
 #include "TestRegistry.h"
@@ -16,8 +16,6 @@
 using namespace Oct15Slots;
 
 namespace {
-
-using Rows = QList<QStringList>;
 
 QString table(bool form15H)
 {
@@ -69,46 +67,6 @@ private slots:
             QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From ") + QLatin1String(t)));
     }
 
-    // The grid is one text of the row: a "¦" or "^" typed in a cell is dropped, so it
-    // cannot split a cell or a row; the amounts and the count go in unquoted.
-    void incomeInsideTheRow_data()
-    {
-        QTest::addColumn<bool>("form15H");
-        QTest::addColumn<Rows>("typed");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<Rows>("shown");
-        const QString fd = QStringLiteral("FD 1¦2^3");
-        QTest::newRow("15G, marks in a cell")
-            << false << Rows{{fd, QStringLiteral("INTEREST^ON FD"), QStringLiteral("194A"), QStringLiteral("1500.00")}}
-            << QStringLiteral("FD 123¦INTERESTON FD¦194A¦1500.00")
-            << Rows{{QStringLiteral("FD 123"), QStringLiteral("INTERESTON FD"), QStringLiteral("194A"), QStringLiteral("1500.00")}};
-        QTest::newRow("15H, two rows, empty cells")
-            << true << Rows{{QStringLiteral("¦"), {}, QStringLiteral("194A"), QStringLiteral("10.00")},
-                            {QStringLiteral("RD^"), QStringLiteral("¦^"), {}, QStringLiteral("20.00")}}
-            << QStringLiteral("¦¦194A¦10.00^RD¦¦¦20.00")
-            << Rows{{{}, {}, QStringLiteral("194A"), QStringLiteral("10.00")}, {QStringLiteral("RD"), {}, {}, QStringLiteral("20.00")}};
-    }
-    void incomeInsideTheRow()
-    {
-        QFETCH(bool, form15H);
-        QFETCH(Rows, typed);
-        QFETCH(QString, stored);
-        QFETCH(Rows, shown);
-        Oct15Form f(form15H);
-        QVERIFY(f.load());
-        QStringList values = valid(f);
-        values[f.incomeSlot()] = packIncome(typed);
-        QVERIFY2(f.storeRecord(0, values) == 1, qPrintable(f.saveError()));
-        QCOMPARE(rows(QStringLiteral("Select IncomeDetails, EstTotalIncome, OtherFormsFiled, PName, AmountPaid From ")
-                      + table(form15H)),
-                 QStringList{stored + QStringLiteral("|300000|2|O'NEIL BANK LTD|45000")});
-        QVERIFY(f.load());
-        QCOMPARE(f.income(), shown);
-        // The slots after the grid are read back in their places.
-        QCOMPARE(f.value(f.payerSlot(SequenceNo)), QStringLiteral("17"));
-        QCOMPARE(f.value(f.payerSlot(AmountPaid)), QStringLiteral("45000.00"));
-    }
-
     void checksBeforeSaving_data()
     {
         QTest::addColumn<bool>("form15H");
@@ -122,7 +80,6 @@ private slots:
         row("name", false, "name", "", "1. Name of Assessee (Declarant)");
         row("PAN", false, "pan", "AAAPR1234", "2. PAN of the Assessee");
         row("previous year", false, "previousYear", "2024-26", "4. Previous year (P.Y.) (for which declaration is being made)");
-        row("latest year", false, "latestAy", "2024", "Latest Assessment Year for which assessed");
         row("no income", false, "estIncome", "0.00", "16. Estimated income for which this declaration is made");
         row("total below income", false, "estTotal", "1000.00",
             "17. Estimated total income of the P.Y. in which income mentioned in column 16 to be included");
@@ -132,7 +89,6 @@ private slots:
             "19. Details of income for which the declaration is filed");
         row("sequence", false, "sequence", "G17", "Sequence No. (Only Numeric Part of Unique Identification Number)");
         row("15H date of birth", true, "dob", "31/02/1950", "3. Date of Birth");
-        row("15H TAN", true, "tan", "MUMO1234", "TAN");
     }
     void checksBeforeSaving()
     {
@@ -145,9 +101,9 @@ private slots:
         const Declarant at = f.at();
         const QHash<QString, int> slotOf = {
             {"name", at.name}, {"pan", at.pan}, {"status", at.status}, {"dob", at.dob},
-            {"previousYear", at.previousYear}, {"residential", at.residential}, {"latestAy", at.latestAy},
+            {"previousYear", at.previousYear}, {"residential", at.residential},
             {"estIncome", at.estIncome}, {"estTotal", at.estTotal}, {"formsFiled", at.formsFiled},
-            {"income", f.incomeSlot()}, {"sequence", f.payerSlot(SequenceNo)}, {"tan", f.payerSlot(PayerTan)}};
+            {"income", f.incomeSlot()}, {"sequence", f.payerSlot(SequenceNo)}};
         QStringList values = valid(f);
         values[slotOf.value(item)] = text;
         QCOMPARE(f.storeRecord(0, values), 0);

@@ -67,8 +67,6 @@ private slots:
         QTest::newRow("text of a record form")
             << QStringList{"print", "15h", "--deductor", "DEMO01", "--serial", "1", "--text"} + year
             << "exactly one of --rtf FILE and --pdf FILE";
-        QTest::newRow("bad year") << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "2024", "--text"}
-                                  << "not an assessment year";
         QTest::newRow("no output") << QStringList{"print", "15c", "--deductor", "DEMO01"} + year
                                    << "exactly one of --text and --pdf";
     }
