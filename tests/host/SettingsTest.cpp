@@ -163,8 +163,6 @@ private slots:
         QTest::newRow("nothing yet") << QStringList{} << int(S::Empty);
         QTest::newRow("killed while the server built its files")
             << QStringList{"ibdata1", "ib_logfile0", "aria_log_control"} << int(S::Unfinished);
-        QTest::newRow("only the server's own tables")
-            << QStringList{"ibdata1", "mysql/innodb_table_stats.frm", "mysql/innodb_table_stats.ibd"} << int(S::Unfinished);
         QTest::newRow("earlier version's tables")
             << QStringList{"ibdata1", "tdsforms/db.opt", "tdsforms/main_info.frm", "tdsforms/main_info.ibd"}
             << int(S::HoldsData);
