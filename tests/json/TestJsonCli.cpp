@@ -69,7 +69,6 @@ void TestJsonCli::run_data()
     QTest::newRow("script, nesting error on standard error")
         << script << QByteArray("[\"a\",") + QByteArray(45, '[') + "\"deep\"" + QByteArray(45, ']') + "]" << none
         << QByteArray("ERROR: Nesting level exceeded.\n") << 1;
-    QTest::newRow("json without a file") << QStringList{"json"} << none << none << none << 2;
     QTest::newRow("json, file missing") << QStringList{"json", "FILE.missing"} << none << none << none << 2;
     QTest::newRow("script, answer missing") << QStringList{"script", "--answer"} << none << none << none << 2;
 }

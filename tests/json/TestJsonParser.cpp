@@ -26,15 +26,9 @@ void TestJsonParser::parse_data()
 
     QTest::newRow("comments; lone slash and star are blanks")
         << "// c\n/* a * b **/ {/* x */'a' /*y*/ : /* z */ [1, // one\r2 / * 3]}" << R"({"a":[1,2,3]})" << "";
-    QTest::newRow("no container") << "42" << "" << "Invalid JSON";
-
 
     QTest::newRow("no colon after the key")
         << R"({"a" 1})" << R"({"a":1})" << "Invalid Key at position 6 : 1}|";
-
-    QTest::newRow("duplicate key keeps the first")
-        << R"({"a":1,"a":2,"b":3})" << R"({"a":1})"
-        << "This key is already associated with an element of this collection: a|";
 
     QTest::newRow("missing bracket, last 20 characters")
         << R"(["abcdefghijklmnopqrstuvwxyz",12345)" << R"(["abcdefghijklmnopqrstuvwxyz",12345])"
@@ -46,8 +40,6 @@ void TestJsonParser::parse_data()
         << R"(["caf\u00e9\u00C9\ud83d\ude00\u0000\u001F\u007F\u4x00z"])"
         << "[\"caf\u00e9\u00c9\U0001F600\\u0000\\u001f\x7f\\u0004z\"]" << "";
 
-    QTest::newRow("invalid boolean in an array")
-        << "[1, tru]" << "[1,false]" << "Invalid Boolean at position 5 : tru]|";
 
     QTest::newRow("literals and decimals")
         << "[true,false,null,1.50, -0, 1e3, 0.1, -2.5E-1, .5, +7, 79228162514264337593543950335]"

@@ -60,9 +60,6 @@ void TestJsonScript::eval_data()
         << R"(["a",{"set":{"name":"x","value":"42"}},)"
            R"({"alert":{"title":"Value","message":["x=",{"get":{"name":"x"}}]}},"b"])"
         << none << "ab" << QStringList{"alert Value|x=42|0"};
-    QTest::newRow("input answered")
-        << R"([{"input":{"prompt":"PAN?","title":"Ask","default":"d"}}])" << QStringList{"ABCDE1234F"}
-        << "ABCDE1234F" << QStringList{"input Ask|PAN?|d"};
 
     QTest::newRow("switch on a computed value, ignoring case")
         << R"([{"set":{"name":"k","value":"Two"}},{"switch":{"value":{"get":{"name":"k"}},"case":{"one":1,"two":2}}}])"
@@ -70,8 +67,6 @@ void TestJsonScript::eval_data()
 
     QTest::newRow("if: numbers compare as numbers")
         << R"([{"if":{"value1":"10","value2":"9","type":"gt","true":"T","false":"F"}}])" << none << "T" << none;
-
-    QTest::newRow("parser error") << "[1" << none << "Parser ErrorMissing ']': [1\r\n" << none;
 
     const QString forty = QString(40, '[') + "\"x\"" + QString(40, ']');
     QTest::newRow("41 levels: the message in place of the deeper output")
