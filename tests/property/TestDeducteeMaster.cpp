@@ -150,7 +150,6 @@ private slots:
         QTest::newRow("apostrophe") << int(DeducteeMaster::Name) << "O'NEIL D'SOUZA" << "O'NEIL D'SOUZA" << "" << true;
         QTest::newRow("pan status letter") << int(DeducteeMaster::Pan) << "ABCDE1234F" << "" << "PAN No is not Valid" << true;
         QTest::newRow("pin with a blank") << int(DeducteeMaster::Pin) << "4110 1" << "" << "Pin Code can not contain Spaces" << true;
-        QTest::newRow("pin of five digits") << int(DeducteeMaster::Pin) << "41101" << "" << "Pin Code should be 6 digit Number" << true;
     }
     void fieldChecks()
     {
@@ -196,7 +195,6 @@ private slots:
         w.setDialogs(&dialogs);
         w.show();
         QVERIFY(QTest::qWaitForWindowActive(&w));
-        QCOMPARE(w.windowTitle(), QStringLiteral("Deductees Master"));
         QTRY_COMPARE(focusName(), QStringLiteral("txtfields_0"));
 
         QStringList keys;
