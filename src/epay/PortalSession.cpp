@@ -26,6 +26,8 @@ PortalResult PortalSession::open(const QString &hostText, const QString &tempFol
         return result;
     }
     m_browser->setErrorLocators(PortalPages::sessionExpiredLocator());
+    // The portal's controls answer the click event itself.
+    m_browser->setScriptClicks(true);
 
     if (cancelled())
         return cancel();

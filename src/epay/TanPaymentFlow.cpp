@@ -382,18 +382,41 @@ PortalResult TanPaymentFlow::breakup(const TanPayment &payment, const Pages &pag
                                                                        {"interestAmt", payment.interest},
                                                                        {"penaltyAmt", payment.penalty},
                                                                        {"othersAmt", payment.others}}};
-        for (const auto &[id, value] : amounts) {
-            const auto input = driver->findelementbyid(QLatin1String(id));
-            if (!input || !input->setValue(QString()) || !input->SendKeys(typedAmount(value)))
-                return fail(failure);
-        }
-        // The page adds up what it was given; a figure it read otherwise is not paid.
+        // One call fills the six boxes (with the input and change events the page listens
+        // to) and one reads the six totals: each call to the browser costs a round trip.
+        QVariantList ids;
+        QVariantList values;
+        QVariantList totals;
         for (int i = 0; i < int(amounts.size()); ++i) {
-            const QString id = QStringLiteral("paid%1").arg(i + 1);
-            const auto total = driver->findelementbyid(id);
-            const QString shown = total ? total->getAttribute(QStringLiteral("value")) : QString();
-            if (!total)
+            ids << QString::fromLatin1(amounts[size_t(i)].first);
+            values << typedAmount(amounts[size_t(i)].second);
+            totals << QStringLiteral("paid%1").arg(i + 1);
+        }
+        const QVariant filled = driver->executeScript(
+            QStringLiteral("var ids = arguments[0], values = arguments[1];"
+                           "for (var i = 0; i < ids.length; ++i) {"
+                           "  var e = document.getElementById(ids[i]);"
+                           "  if (!e) return ids[i];"
+                           "  e.focus(); e.value = values[i];"
+                           "  e.dispatchEvent(new Event('input', {bubbles: true}));"
+                           "  e.dispatchEvent(new Event('change', {bubbles: true}));"
+                           "  e.blur();"
+                           "}"
+                           "return '';"),
+            {QVariant(ids), QVariant(values)});
+        if (!filled.isValid() || !filled.toString().isEmpty())
+            return fail(failure);
+        // The page adds up what it was given; a figure it read otherwise is not paid.
+        const QVariantList shownTotals =
+            driver->executeScript(QStringLiteral("return arguments[0].map(function (id) {"
+                                                 "  var e = document.getElementById(id); return e ? e.value : null; });"),
+                                  {QVariant(totals)})
+                .toList();
+        for (int i = 0; i < int(amounts.size()); ++i) {
+            const QString id = totals[i].toString();
+            if (i >= shownTotals.size() || shownTotals[i].isNull())
                 return fail(failure);
+            const QString shown = shownTotals[i].toString();
             if (!sameAmount(shown, typedAmount(amounts[size_t(i)].second)))
                 return fail(failure, QStringLiteral("The page shows %1 in \"%2\" for the amount %3 typed into \"%4\".")
                                          .arg(shown.isEmpty() ? QStringLiteral("nothing") : shown, id,

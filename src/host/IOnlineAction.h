@@ -93,6 +93,11 @@ public:
     // Writes them into a status label, elided to width pixels.
     void SetLblProg(QLabel *label, float width);
 
+    // Clicks by the page's own click() instead of the pointer. A site whose controls answer
+    // the click event alone (the e-filing portal) is driven faster so: a pointer click costs
+    // the browser several round trips of its own. Off by default; a new session keeps it.
+    virtual void setScriptClicks(bool on) = 0;
+
     // While waiting, a page matching this locator ends the wait at once as a failure.
     virtual void setErrorLocators(const QString &locator) = 0;
     virtual QString ErrorLocators() const = 0;

@@ -130,6 +130,7 @@ bool OnlineActionWrapper::startBrowser(const QString &tempFolder)
     }
     progress(QStringLiteral("Starting Browser ..."));
     m_session = std::make_shared<WebDriverSession>(m_lastError);
+    m_session->setScriptClicks(m_scriptClicks);
     m_handedOver = false;
     if (!m_session->start(options)) {
         m_session.reset();
@@ -181,6 +182,13 @@ bool OnlineActionWrapper::ready()
         return true;
     *m_lastError = QStringLiteral("The browser is not started.");
     return false;
+}
+
+void OnlineActionWrapper::setScriptClicks(bool on)
+{
+    m_scriptClicks = on;
+    if (m_session)
+        m_session->setScriptClicks(on);
 }
 
 bool OnlineActionWrapper::OpenURL(const QString &url)

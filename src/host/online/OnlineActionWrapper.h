@@ -23,6 +23,7 @@ public:
     QString ComponentType() const override;
     QString LastError() const override;
     void SetLblProg(ProgressCallback callback) override;
+    void setScriptClicks(bool on) override;
     void setErrorLocators(const QString &locator) override;
     QString ErrorLocators() const override;
 
@@ -61,6 +62,7 @@ private:
     ProgressCallback m_progress;
     QString m_errorLocators;
     bool m_handedOver = false;
+    bool m_scriptClicks = false;
 };
 
 std::shared_ptr<HostService> createOnlineAction();

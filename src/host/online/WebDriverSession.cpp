@@ -77,11 +77,11 @@ public:
         auto s = session();
         if (!s)
             return false;
-        if (s->command("POST", elementPath(QStringLiteral("/click")), QJsonObject{}))
+        if (!s->scriptClicks() && s->command("POST", elementPath(QStringLiteral("/click")), QJsonObject{}))
             return true;
         // Overlays and off-screen buttons refuse a pointer click; the page's handler still runs.
         const QString why = s->error();
-        if (!why.startsWith(QLatin1String("element click intercepted"))
+        if (!s->scriptClicks() && !why.startsWith(QLatin1String("element click intercepted"))
             && !why.startsWith(QLatin1String("element not interactable")))
             return false;
         bool ok = false;
@@ -287,7 +287,7 @@ bool WebDriverSession::start(const Options &options)
     const int loadMs = qMax(1, options.pageLoadSeconds) * 1000;
     const QJsonObject capabilities{
         {QStringLiteral("browserName"), QStringLiteral("chrome")},
-        {QStringLiteral("pageLoadStrategy"), QStringLiteral("normal")},
+        {QStringLiteral("pageLoadStrategy"), QStringLiteral("none")},
         // The portal's own alerts and confirmations would otherwise fail the next command.
         {QStringLiteral("unhandledPromptBehavior"), QStringLiteral("accept")},
         {QStringLiteral("timeouts"), QJsonObject{{QStringLiteral("pageLoad"), loadMs},
@@ -458,18 +458,24 @@ bool WebDriverSession::watchForLeaving(const QString &mark)
 
 bool WebDriverSession::waitUntilSettled(int timeoutMs, const QString &mark)
 {
-    constexpr int QuietMs = 300;   // long enough for a posted form to start leaving
+    // Without the page's navigate event, long enough for a posted form to start leaving.
+    // With it, a navigation the action started is already known when the action returns;
+    // one started later is caught by the next page's own wait.
+    constexpr int QuietMs = 300;
     const QDeadlineTimer deadline(timeoutMs);
     const QDeadlineTimer quiet(QuietMs);
     for (;;) {
         bool ok = false;
-        const QVariantList state = execute(
-            QStringLiteral("return [document.readyState, window.tdsLeaveMark || '', !!window.tdsLeaving];"), {}, &ok)
-                                       .toList();
+        const QVariantList state =
+            execute(QStringLiteral("return [document.readyState, window.tdsLeaveMark || '', !!window.tdsLeaving,"
+                                   " !!window.navigation];"),
+                    {}, &ok)
+                .toList();
         // While a navigation is under way the script may fail; that is not the page's answer.
-        if (ok && state.size() == 3 && state.at(0).toString() == QLatin1String("complete")) {
+        if (ok && state.size() == 4 && state.at(0).toString() == QLatin1String("complete")) {
             const bool replaced = state.at(1).toString() != mark;
-            if (replaced || (!state.at(2).toBool() && quiet.hasExpired())) {
+            const bool quietEnough = state.at(3).toBool() || quiet.hasExpired();
+            if (replaced || (!state.at(2).toBool() && quietEnough)) {
                 m_lastError->clear();   // what failed on the way was the navigation, not the call
                 return true;
             }
