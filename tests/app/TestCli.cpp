@@ -53,15 +53,12 @@ private slots:
         QTest::newRow("unknown deductor") << QStringList{"period-code", "NOBODY", "2025-26"} << 1 << "unknown deductor NOBODY";
         QTest::newRow("quote in the deductor") << QStringList{"period-code", "X' OR '1'='1", "2025-26"} << 1
                                                << "unknown deductor X' OR '1'='1";
-        QTest::newRow("print, impossible year")
-            << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "0000-01", "--text"} << 1 << "0000-01";
         QTest::newRow("pdf into a missing folder")
             << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "2025-26", "--pdf", missing + "/15c.pdf"} << 1
             << missing;
         QTest::newRow("bad db url") << QStringList{"--db", "postgres://x", "init"} << 2 << "postgres://x";
         QTest::newRow("db url password hidden") << QStringList{"--db", "mysql://tds:TopSecret9@/x", "init"} << 2
                                                 << "mysql://tds:***@/x";
-        QTest::newRow("home without value") << QStringList{"--home"} << 2 << "--home";
         QTest::newRow("blank home") << QStringList{"--home", "  ", "period-code", "DEMO01", "2025-26"} << 2 << "--home";
     }
 
