@@ -158,7 +158,7 @@ private slots:
     }
 
     // The command line: a refused record named, the rest stored as typed by the rules of
-    // the window, the export taken back unchanged, and the print to rich text and PDF.
+    // the window, the export taken back unchanged, and the print to rich text.
     void commandLineRoundTrip_data()
     {
         QTest::addColumn<QString>("form");
@@ -257,16 +257,9 @@ private slots:
             QVERIFY2(text.contains(phrase), qPrintable(phrase));
         // Part II: each payer item beside its caption.
         for (const QJsonValue &value : one["payer"].toArray()) {
-            const QString shown = value.toString() == QLatin1String("45000.00") ? QStringLiteral("45,000.00") : value.toString();
-            QVERIFY2(text.contains(QLatin1String(": ") + shown), qPrintable(shown));
+            const QString item = value.toString() == QLatin1String("45000.00") ? QStringLiteral("45,000.00") : value.toString();
+            QVERIFY2(text.contains(QLatin1String(": ") + item), qPrintable(item));
         }
-
-        const QString pdf = m_home.filePath(form + QStringLiteral(".pdf"));
-        r = cli(QStringList{"print", form} + m_period + QStringList{"--serial", "1", "--pdf", pdf});
-        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-        QFile p(pdf);
-        QVERIFY(p.open(QIODevice::ReadOnly));
-        QCOMPARE(p.read(5), QByteArray("%PDF-"));
     }
 
     // Opens on its first field once adding; Enter walks the declarant's fields and goes on

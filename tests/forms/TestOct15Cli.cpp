@@ -1,5 +1,5 @@
 // Forms 15G and 15H of October 2015 through tdsforms-cli: import with a refusal, export in
-// the shape of the import, the same record imported again, print to RTF and PDF.
+// the shape of the import, the same record imported again, print to RTF.
 #include "CliRun.h"
 #include "TestRegistry.h"
 
@@ -105,13 +105,6 @@ private slots:
                                        QStringLiteral("FD 1234"), QStringLiteral("45,000.00"), QStringLiteral("MUMO12345A"),
                                        QStringLiteral("31/03/2025"), QStringLiteral("assessment year 2025-26"), column})
             QVERIFY2(text.contains(printed), qPrintable(printed));
-
-        const QString pdf = m_home.filePath(form + QStringLiteral(".pdf"));
-        r = cli(QStringList{"print", form} + m_period + QStringList{"--serial", "1", "--pdf", pdf});
-        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-        QFile p(pdf);
-        QVERIFY(p.open(QIODevice::ReadOnly));
-        QCOMPARE(p.read(5), QByteArray("%PDF-"));
     }
 };
 
