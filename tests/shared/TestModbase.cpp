@@ -19,7 +19,6 @@ class TestModbase : public QObject
         d()->setAsYear(year);
         return modbase::GETPERIODCODEOTH();
     }
-    QStringList periodRows() { return TestDatabase::rows(*d(), QStringLiteral("Select Count(*) From Period_Det_Oth")); }
 
 private slots:
     void initTestCase()
@@ -42,19 +41,7 @@ private slots:
         QVERIFY(d()->ConQuery(QStringLiteral("Delete From Period_Det_Oth")));
     }
 
-    void periodCodesAreAllocatedOnceAndGlobally()
-    {
-        QCOMPARE(periodCode(QStringLiteral("A1"), QStringLiteral("2024-25")), 1);
-        QCOMPARE(periodCode(QStringLiteral("A1"), QStringLiteral("2024-25")), 1);
-        QCOMPARE(periodRows(), QStringList{"1"});
-        // Other deductors and years share one counter.
-        QCOMPARE(periodCode(QStringLiteral("B2"), QStringLiteral("2024-25")), 2);
-        QCOMPARE(periodCode(QStringLiteral("A1"), QStringLiteral("2025-26")), 3);
-        QCOMPARE(periodCode(QStringLiteral("B2"), QStringLiteral("2024-25")), 2);
-        QCOMPARE(periodRows(), QStringList{"3"});
-        QVERIFY(logLines().isEmpty());
-    }
-
+    // One code per deductor-year, shared by every process, is checked through the command line.
     void periodCodeContinuesAfterTheLargest()
     {
         QVERIFY(d()->ConQuery(QStringLiteral("Insert Into Period_Det_Oth Values(41,'X','2020-21')")));
