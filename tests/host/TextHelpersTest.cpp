@@ -48,21 +48,6 @@ private slots:
         QFETCH(QString, code);
         QTEST(isPan ? TextHelpers::validPan(code) : TextHelpers::validTan(code), "valid");
     }
-
-    void truncVarSql_data()
-    {
-        QTest::addColumn<QString>("input");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("apostrophe") << "D'SOUZA" << "D''SOUZA";
-        QTest::newRow("backslash") << "A\\B" << "A\\\\B";
-        QTest::newRow("escaped quote attempt") << "x\\' OR 1=1 --" << "x\\\\'' OR 1=1 --";
-    }
-    void truncVarSql()
-    {
-        QFETCH(QString, input);
-        QFETCH(QString, expected);
-        QCOMPARE(TextHelpers::truncVarSql(input), expected);
-    }
 };
 
 TDS_TEST(TextHelpersTest)
