@@ -1,6 +1,6 @@
 // The e-pay window driving headless Chromium on the mock portal, as an operator would use
 // it: mode, bank, login, proceed; through its own flow and through the portal actions
-// component; the typed password stored sealed; a refused login shown with its step.
+// component; the typed password stored sealed.
 #include "HeadlessBrowser.h"
 #include "MockItdPortal.h"
 #include "PauseRecordingBrowser.h"
@@ -126,19 +126,6 @@ private slots:
         QCOMPARE(stored.size(), 1);
         QVERIFY(stored.first().startsWith(QLatin1String("$sbx1$")));
         QVERIFY(!stored.first().contains(Password));
-    }
-
-    void refusedLoginShowsItsStep()
-    {
-        HeadlessBrowser::setWaitSeconds(2);
-        auto w = proceed(QStringLiteral("Wrong#Pass1"));
-        HeadlessBrowser::setWaitSeconds(10);
-        QVERIFY(w->lastResult().failed());
-        QCOMPARE(m_dialogs.asked.size(), 1);
-        const QString message = m_dialogs.asked.first().message;
-        QVERIFY2(message.startsWith(QLatin1String("Failed to Verify 'Welcome' Page !\r\n\r\n")), qPrintable(message));
-        QVERIFY(!message.contains(QLatin1String("Wrong#Pass1")));
-        QVERIFY(w->famMain()->isEnabled() && !w->famLogin()->isVisible());
     }
 };
 

@@ -267,11 +267,8 @@ private slots:
         QTest::addColumn<QString>("lastStatus");
 
         const int older = int(TanPaymentFlow::Kind::Older);
-        const int newer = int(TanPaymentFlow::Kind::Newer);
         const QString expired = QStringLiteral("<p>Session has expired!</p>");
         const TanPayment plain = payment("2025", "0020", "200");
-        TanPayment sections = payment("2027", "0020", "200");
-        sections.sections = {{"194J", "10", "", "", "", ""}};
 
         QTest::newRow("tiles page missing") << older << plain << "/dashboard/e-pay-tax/tiles" << "<p>Page not found</p>" << ""
                                             << "Opening Create New Payment Page ..."
@@ -290,10 +287,6 @@ private slots:
             << older << withMode(plain, 0, QStringLiteral("IB"), QStringLiteral("FDRL")) << "" << "" << ""
             << "Opening Payment Details Page ..."
             << "Failed to fill data on 'Payment Details' Page !" << "FDRL" << "Opening Payment Details Page ...";
-        QTest::newRow("session expired at the sections")
-            << newer << sections << "/dashboard/e-pay-tax/tds-section-wise-payment" << expired << "" << ""
-            << "Failed to Verify 'tds section wise payment' Page !" << "Session has expired"
-            << "Submitting Tax Applicable Details Page ...";
         QTest::newRow("session expired at the OTP")
             << int(TanPaymentFlow::Kind::PreLogin) << plain << "" << "" << "OTP Verification ..." << ""
             << "Failed to Submit 'OTP Varification' Page !" << "Session has expired" << "OTP Verification ...";
@@ -364,34 +357,6 @@ private slots:
         QVERIFY(!m_browser->objectSWC());
         QVERIFY(!profile.isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(!HeadlessBrowser::processRunsWith(profile), 5000);
-    }
-
-    // Reported before any portal work: no browser is started.
-    void preLoginChecks_data()
-    {
-        QTest::addColumn<QString>("tan");
-        QTest::addColumn<QString>("mobile");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("no TAN") << "" << "9876543210" << "Please specify TAN !";
-        QTest::newRow("blank TAN, no mobile") << "  " << "" << "Please specify TAN !";
-        QTest::newRow("no mobile") << Tan << " " << "Please specify Mobile No !";
-    }
-    void preLoginChecks()
-    {
-        QFETCH(QString, tan);
-        QFETCH(QString, mobile);
-        QFETCH(QString, message);
-        m_browser->Quit();
-        TanPayment p = payment("2025", "0020", "200");
-        p.tan = tan;
-        p.mobile = mobile;
-        QStringList shown;
-        const PortalResult result = TanPaymentFlow(m_browser.get(), [&](const QString &text) { shown << text; })
-                                        .run(TanPaymentFlow::Kind::PreLogin, p, QStringLiteral("host"), QDir::tempPath());
-        QVERIFY(result.failed());
-        QCOMPARE(result.message, message);
-        QCOMPARE(shown, QStringList());
-        QVERIFY(!m_browser->objectSWC());
     }
 
     void passwordInNoMessage()
