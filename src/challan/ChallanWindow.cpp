@@ -762,7 +762,7 @@ void ChallanWindow::setMode()
     const std::pair<const char *, bool> enabled[] = {
         {"cmdadd", ready && !editing}, {"cmdmodify", stored},   {"cmddelete", stored},   {"CmdCopyCh", stored},
         {"cmdprintwin", stored},       {"cmdupdate", editing},  {"cmdcancel", editing},  {"CmdAddSec", editing},
-        {"CmdDelSec", editing},        {"CmdSearch", editing},  {"cmdePayITD", stored}};
+        {"CmdDelSec", editing},        {"CmdSearch", editing},  {"cmdePayITD", stored},  {"cmdePay", stored}};
     for (const auto &[name, on] : enabled) {
         if (QPushButton *b = m_buttons.value(QLatin1String(name)))
             b->setEnabled(on);
