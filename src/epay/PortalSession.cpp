@@ -26,8 +26,8 @@ PortalResult PortalSession::open(const QString &hostText, const QString &tempFol
         return result;
     }
     m_browser->setErrorLocators(PortalPages::sessionExpiredLocator());
-    // The portal's controls answer the click event itself.
-    m_browser->setScriptClicks(true);
+    // The portal is one page whose routes change; its controls answer the click event.
+    m_browser->setSinglePageSite(true);
 
     if (cancelled())
         return cancel();

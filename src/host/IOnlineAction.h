@@ -93,10 +93,12 @@ public:
     // Writes them into a status label, elided to width pixels.
     void SetLblProg(QLabel *label, float width);
 
-    // Clicks by the page's own click() instead of the pointer. A site whose controls answer
-    // the click event alone (the e-filing portal) is driven faster so: a pointer click costs
-    // the browser several round trips of its own. Off by default; a new session keeps it.
-    virtual void setScriptClicks(bool on) = 0;
+    // A single-page site (the e-filing portal): its clicks change routes within the page,
+    // never post a form, and its controls answer the click event alone. Elements are then
+    // clicked by their own click() and an action does not wait for a page to start leaving:
+    // a pointer click and that wait cost the browser several round trips each. Off by
+    // default (a site that posts forms); a new session keeps it.
+    virtual void setSinglePageSite(bool on) = 0;
 
     // While waiting, a page matching this locator ends the wait at once as a failure.
     virtual void setErrorLocators(const QString &locator) = 0;

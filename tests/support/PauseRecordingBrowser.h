@@ -29,7 +29,7 @@ public:
     QString ComponentType() const override { return m_browser->ComponentType(); }
     QString LastError() const override { return m_browser->LastError(); }
     void SetLblProg(ProgressCallback callback) override { m_browser->SetLblProg(std::move(callback)); }
-    void setScriptClicks(bool on) override { m_browser->setScriptClicks(on); }
+    void setSinglePageSite(bool on) override { m_browser->setSinglePageSite(on); }
     void setErrorLocators(const QString &locator) override { m_browser->setErrorLocators(locator); }
     QString ErrorLocators() const override { return m_browser->ErrorLocators(); }
     bool OpenURL(const QString &url) override { return m_browser->OpenURL(url); }

@@ -130,7 +130,7 @@ bool OnlineActionWrapper::startBrowser(const QString &tempFolder)
     }
     progress(QStringLiteral("Starting Browser ..."));
     m_session = std::make_shared<WebDriverSession>(m_lastError);
-    m_session->setScriptClicks(m_scriptClicks);
+    m_session->setSinglePageSite(m_singlePage);
     m_handedOver = false;
     if (!m_session->start(options)) {
         m_session.reset();
@@ -184,11 +184,11 @@ bool OnlineActionWrapper::ready()
     return false;
 }
 
-void OnlineActionWrapper::setScriptClicks(bool on)
+void OnlineActionWrapper::setSinglePageSite(bool on)
 {
-    m_scriptClicks = on;
+    m_singlePage = on;
     if (m_session)
-        m_session->setScriptClicks(on);
+        m_session->setSinglePageSite(on);
 }
 
 bool OnlineActionWrapper::OpenURL(const QString &url)

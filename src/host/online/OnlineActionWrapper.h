@@ -23,7 +23,7 @@ public:
     QString ComponentType() const override;
     QString LastError() const override;
     void SetLblProg(ProgressCallback callback) override;
-    void setScriptClicks(bool on) override;
+    void setSinglePageSite(bool on) override;
     void setErrorLocators(const QString &locator) override;
     QString ErrorLocators() const override;
 
@@ -62,7 +62,7 @@ private:
     ProgressCallback m_progress;
     QString m_errorLocators;
     bool m_handedOver = false;
-    bool m_scriptClicks = false;
+    bool m_singlePage = false;
 };
 
 std::shared_ptr<HostService> createOnlineAction();

@@ -77,11 +77,11 @@ public:
         auto s = session();
         if (!s)
             return false;
-        if (!s->scriptClicks() && s->command("POST", elementPath(QStringLiteral("/click")), QJsonObject{}))
+        if (!s->singlePageSite() && s->command("POST", elementPath(QStringLiteral("/click")), QJsonObject{}))
             return true;
         // Overlays and off-screen buttons refuse a pointer click; the page's handler still runs.
         const QString why = s->error();
-        if (!s->scriptClicks() && !why.startsWith(QLatin1String("element click intercepted"))
+        if (!s->singlePageSite() && !why.startsWith(QLatin1String("element click intercepted"))
             && !why.startsWith(QLatin1String("element not interactable")))
             return false;
         bool ok = false;
@@ -458,24 +458,20 @@ bool WebDriverSession::watchForLeaving(const QString &mark)
 
 bool WebDriverSession::waitUntilSettled(int timeoutMs, const QString &mark)
 {
-    // Without the page's navigate event, long enough for a posted form to start leaving.
-    // With it, a navigation the action started is already known when the action returns;
-    // one started later is caught by the next page's own wait.
-    constexpr int QuietMs = 300;
+    // Long enough for a posted form to start leaving (its navigation is planned in a task of
+    // its own, after the click has returned); a single-page site posts none.
+    const int quietMs = m_singlePage ? 0 : 300;
     const QDeadlineTimer deadline(timeoutMs);
-    const QDeadlineTimer quiet(QuietMs);
+    const QDeadlineTimer quiet(quietMs);
     for (;;) {
         bool ok = false;
-        const QVariantList state =
-            execute(QStringLiteral("return [document.readyState, window.tdsLeaveMark || '', !!window.tdsLeaving,"
-                                   " !!window.navigation];"),
-                    {}, &ok)
-                .toList();
+        const QVariantList state = execute(
+            QStringLiteral("return [document.readyState, window.tdsLeaveMark || '', !!window.tdsLeaving];"), {}, &ok)
+                                       .toList();
         // While a navigation is under way the script may fail; that is not the page's answer.
-        if (ok && state.size() == 4 && state.at(0).toString() == QLatin1String("complete")) {
+        if (ok && state.size() == 3 && state.at(0).toString() == QLatin1String("complete")) {
             const bool replaced = state.at(1).toString() != mark;
-            const bool quietEnough = state.at(3).toBool() || quiet.hasExpired();
-            if (replaced || (!state.at(2).toBool() && quietEnough)) {
+            if (replaced || (!state.at(2).toBool() && quiet.hasExpired())) {
                 m_lastError->clear();   // what failed on the way was the navigation, not the call
                 return true;
             }

@@ -30,9 +30,9 @@ public:
     // for the user (it was started detached from the driver).
     void close(bool keepBrowser = false);
     bool isOpen() const { return !m_sessionId.isEmpty(); }
-    // Elements clicked by the page's own click() rather than the pointer (see IOnlineAction).
-    void setScriptClicks(bool on) { m_scriptClicks = on; }
-    bool scriptClicks() const { return m_scriptClicks; }
+    // See IOnlineAction::setSinglePageSite.
+    void setSinglePageSite(bool on) { m_singlePage = on; }
+    bool singlePageSite() const { return m_singlePage; }
     QString profileDir() const { return m_profile ? m_profile->path() : QString(); }
     qint64 driverPid() const;
 
@@ -81,5 +81,5 @@ private:
     QNetworkAccessManager m_network;
     int m_port = 0;
     QString m_sessionId;
-    bool m_scriptClicks = false;
+    bool m_singlePage = false;
 };
