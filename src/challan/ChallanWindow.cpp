@@ -596,8 +596,8 @@ void ChallanWindow::cmdePayITDClicked()
     if (!data)
         return;
     const QString asYear = data->AsYear();
-    const auto amount = [this](int field) { return m_form.field(field).trimmed().remove(QLatin1Char(',')).toDouble(); };
-    const auto text = [](double value) { return QString::number(value, 'f', value == qRound64(value) ? 0 : 2); };
+    const auto amount = [this](int field) { return EPayPayment::amountOf(m_form.field(field)); };
+    const auto text = &EPayPayment::amountText;
 
     // The newer portal takes the tax section by section; interest, fee and penalty are the
     // challan's and go with the first section.
@@ -607,8 +607,8 @@ void ChallanWindow::cmdePayITDClicked()
             if (s.key.isEmpty())
                 continue;
             sections << TanSectionPayment{SectionList::sectionList(QStringLiteral("GETCODE"), s.key, asYear),
-                                          text(s.tax.toDouble() + s.surcharge.toDouble() + s.cess.toDouble()),
-                                          QString(), QString(), QString(), text(s.other.toDouble())};
+                                          text(EPayPayment::amountOf(s.tax) + EPayPayment::amountOf(s.surcharge) + EPayPayment::amountOf(s.cess)),
+                                          QString(), QString(), QString(), text(EPayPayment::amountOf(s.other))};
         }
     } else if (!m_form.natureOfPayment().isEmpty()) {
         sections << TanSectionPayment{

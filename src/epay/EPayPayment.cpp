@@ -8,19 +8,6 @@
 
 namespace {
 
-// Amounts as the challan hands them: "", "1,250.00" or "1250".
-double amount(const QString &text)
-{
-    QString plain = text.trimmed();
-    plain.remove(QLatin1Char(','));
-    return plain.toDouble();
-}
-
-QString amountText(double value)
-{
-    return QString::number(value, 'f', value == qRound64(value) ? 0 : 2);
-}
-
 QString cell(QString text)
 {
     text.remove(QLatin1Char(','));
@@ -41,7 +28,7 @@ void EPayPayment::InitMe(const QString &assessmentYear, const QString &tan, cons
     m_flag = residenceFlag;
     m_caller = caller;
     if (yearNumber() <= 2026)
-        m_values[Others] = amountText(amount(fee) + amount(others));
+        m_values[Others] = amountText(amountOf(fee) + amountOf(others));
     QCoreApplication::processEvents();
 }
 
@@ -87,12 +74,12 @@ TanPayment EPayPayment::tanPayment(int modeTab, int counterOption, const QString
     p.demandReference = m_values[DemandReference].trimmed();
     p.nonResident = m_flag == 1;
     // The portal's boxes take plain numbers.
-    p.tax = amountText(amount(m_values[Tax]));
-    p.surcharge = amountText(amount(m_values[Surcharge]));
-    p.cess = amountText(amount(m_values[Cess]));
-    p.interest = amountText(amount(m_values[Interest]));
-    p.penalty = amountText(amount(m_values[Penalty]));
-    p.others = amountText(amount(m_values[Others]));
+    p.tax = amountText(amountOf(m_values[Tax]));
+    p.surcharge = amountText(amountOf(m_values[Surcharge]));
+    p.cess = amountText(amountOf(m_values[Cess]));
+    p.interest = amountText(amountOf(m_values[Interest]));
+    p.penalty = amountText(amountOf(m_values[Penalty]));
+    p.others = amountText(amountOf(m_values[Others]));
     p.sections = parseSections(m_values[Sections]);
     const EPayModes::Mode mode = EPayModes::mode(modeTab, counterOption);
     p.modeTab = modeTab;
@@ -124,6 +111,18 @@ QList<TanSectionPayment> EPayPayment::parseSections(const QString &text)
                                       cells.value(3).trimmed(), cells.value(4).trimmed(), cells.value(5).trimmed()};
     }
     return sections;
+}
+
+double EPayPayment::amountOf(const QString &text)
+{
+    QString plain = text.trimmed();
+    plain.remove(QLatin1Char(','));
+    return plain.toDouble();
+}
+
+QString EPayPayment::amountText(double value)
+{
+    return QString::number(value, 'f', value == qRound64(value) ? 0 : 2);
 }
 
 qint32 EPayPayment::DateToUnixTime(const QDateTime &when)

@@ -58,6 +58,11 @@ public:
     static QString sectionsText(const QList<TanSectionPayment> &sections);
     static QList<TanSectionPayment> parseSections(const QString &text);
 
+    // Amounts as the challan hands them ("", "1,250.00", "1250") and as the portal takes
+    // them ("1250", "12.50").
+    static double amountOf(const QString &text);
+    static QString amountText(double value);
+
     // Whole seconds from 1 January 1970 00:00:00 to the date and time as they stand (no
     // time-zone shift), as a 32-bit count; 0 for a date outside its range.
     static qint32 DateToUnixTime(const QDateTime &when);
