@@ -1,15 +1,21 @@
 // Forms 15G and 15H: the declaration row in slot order, the master's pre-fill, schedules
-// deleted and copied with their declaration, and the window by keys.
+// deleted and copied with their declaration, a failed replace, and the window by keys.
 #include "FormsFixture.h"
 #include "ScriptedDialogs.h"
 #include "TestRegistry.h"
 #include "declarations/DeclarationSlots.h"
 #include "declarations/DeclarationWindow.h"
+#include "declarations/First15Slots.h"
+#include "declarations/First15Window.h"
+#include "entry/FormRegistry.h"
 #include "shared/ScheduleStore.h"
 #include "ui/SlotFields.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QTabWidget>
 
 class TestDeclarations : public QObject
 {
@@ -27,7 +33,7 @@ private slots:
     void cleanupTestCase() { TestDatabase::tearDown(); }
     void init()
     {
-        for (const char *t : {"Tb15gM", "Tb15hM", "Tb15gT1", "Tb15gT3", "Tb15hT2"})
+        for (const char *t : {"Tb15gM", "Tb15hM", "Tb15gT1", "Tb15gT3", "Tb15hT2", "Form15G"})
             QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From ") + QLatin1String(t)));
     }
 
@@ -113,27 +119,97 @@ private slots:
         QCOMPARE(f.schedules(1).value(1), kept);
     }
 
+    // Opens on its first field once adding; Enter walks the declarant's fields and goes on
+    // to the payer's; the PAN and TAN are checked on leaving; Alt+S saves; Escape asks.
     void windowByKeys()
     {
         ScriptedDialogs dialogs;
-        frm15gNew w;
-        w.setDialogs(&dialogs);
-        w.show();
-        QVERIFY(QTest::qWaitForWindowActive(&w));
-        QTest::keyClick(&w, Qt::Key_A, Qt::AltModifier);
-        QTRY_VERIFY(w.declaration().editing());
-        auto *name = static_cast<QLineEdit *>(w.txtfieldsM()->widget(0));
-        QTRY_VERIFY(name->hasFocus());
+        std::unique_ptr<QDialog> window(FormRegistry::byCliKey(QStringLiteral("15g-first"))->window());
+        auto *w = qobject_cast<DeclarationWindow *>(window.get());
+        QVERIFY(w);
+        w->setDialogs(&dialogs);
+        w->show();
+        QVERIFY(QTest::qWaitForWindowActive(w));
+
+        QTabWidget *tabs = w->findChild<QTabWidget *>();
+        QTest::keyClick(w, Qt::Key_A, Qt::AltModifier);
+        QTRY_VERIFY(w->declaration().editing());
+        SlotFields *m = w->txtfieldsM();
+        QTRY_COMPARE(QApplication::focusWidget(), m->widget(0));
+        // A new declaration starts from the deductor's master row.
+        auto *name = static_cast<QLineEdit *>(m->widget(0));
+        QCOMPARE(name->text(), QStringLiteral("O'NEIL BANK LTD"));
         name->selectAll();
         QTest::keyClicks(name, QStringLiteral("ravi"));
-        auto *amount = static_cast<QLineEdit *>(w.txtfieldsM()->widget(30));
-        amount->setFocus(Qt::TabFocusReason);
-        QTest::keyClicks(amount, QStringLiteral("2500"));
-        QTest::keyClick(&w, Qt::Key_V, Qt::AltModifier);
-        QTRY_COMPARE(rows(QStringLiteral("Select FormSrNo, Name, EstIncome, SourceFlags From Tb15gM")),
-                     QStringList{"1|RAVI|2500|00000"});
-        QCOMPARE(w.statusText(), QStringLiteral("Declaration 1 saved"));
-        QCOMPARE(amount->text(), QStringLiteral("2500.00"));
+        const First15Slots::Declarant at = First15Slots::declarant(false);
+        // The PAN refused on leaving keeps the cursor.
+        m->widget(at.pan)->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(m->widget(at.pan)->hasFocus());
+        static_cast<QLineEdit *>(m->widget(at.pan))->clear();
+        QTest::keyClicks(m->widget(at.pan), QStringLiteral("aaa"));
+        QTest::keyClick(m->widget(at.pan), Qt::Key_Return);
+        QCOMPARE(dialogs.asked.size(), 1);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Invalid PAN."));
+        QTRY_COMPARE(QApplication::focusWidget(), m->widget(at.pan));
+        static_cast<QLineEdit *>(m->widget(at.pan))->clear();
+
+        // From the first field, Enter visits every field of the block, then Part II.
+        m->widget(0)->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(m->widget(0)->hasFocus());
+        QList<QWidget *> walked;
+        for (int i = 0; i < m->count(); ++i) {
+            const QList<QCheckBox *> boxes = m->checkBoxes(i);
+            if (boxes.isEmpty())
+                walked << m->widget(i);
+            for (QCheckBox *box : boxes)
+                walked << box;
+        }
+        for (QWidget *expected : walked) {
+            QCOMPARE(QApplication::focusWidget(), expected);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        SlotFields *p = w->txtfieldsP();
+        QTRY_COMPARE(QApplication::focusWidget(), p->widget(First15Slots::PayerName));
+        QCOMPARE(tabs->currentIndex(), 1);
+        for (int i = 0; i < First15Slots::PayerTan; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), p->widget(First15Slots::PayerTan));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("mumo1234"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Invalid TAN."));
+        QTRY_COMPARE(QApplication::focusWidget(), p->widget(First15Slots::PayerTan));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5a"));
+
+        // Saving without the source of the income names it and puts the cursor there.
+        QTest::keyClick(w, Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(dialogs.asked.last().message, QStringLiteral("Please specify valid 'Income From'."));
+        QTRY_COMPARE(QApplication::focusWidget(), m->widget(at.incomeFrom));
+        QCOMPARE(tabs->currentIndex(), 0);
+        QVERIFY(rows(QStringLiteral("Select * From Form15G")).isEmpty());
+        // Chosen by its first letter.
+        QTest::keyClick(m->widget(at.incomeFrom), Qt::Key_D);
+        QCOMPARE(static_cast<QComboBox *>(m->widget(at.incomeFrom))->currentText(), QStringLiteral("DIVIDENDS"));
+        const int asked = int(dialogs.asked.size());
+        QTest::keyClick(w, Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(rows(QStringLiteral("Select FormSrNo, Name, PTan, Income_From From Form15G")),
+                     QStringList{"1|RAVI|MUMO12345A|DIVIDENDS"});
+        QCOMPARE(w->statusText(), QStringLiteral("Declaration 1 saved"));
+        QCOMPARE(dialogs.asked.size(), asked);
+
+        // Editing again: Escape asks before the changes are lost; No keeps them.
+        QTest::keyClick(w, Qt::Key_M, Qt::AltModifier);
+        QTRY_VERIFY(w->declaration().editing());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QCOMPARE(dialogs.asked.last().message,
+                 QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?"));
+        QVERIFY(w->declaration().editing());
+        QVERIFY(w->isVisible());
+        dialogs.answers.enqueue(true);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!w->declaration().editing());
+        QTest::keyClick(w, Qt::Key_Escape);
+        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to exit ?"));
+        QVERIFY(w->isVisible());
     }
 };
 
