@@ -1,6 +1,6 @@
 // The e-pay window driving headless Chromium on the mock portal, as an operator would use
-// it: mode, bank, login, proceed; through its own flow and through the portal actions
-// component; the typed password stored sealed.
+// it: mode, bank, login, proceed; the typed password stored sealed. The hand-over to the
+// portal actions component: EPayWindowTest.
 #include "HeadlessBrowser.h"
 #include "MockItdPortal.h"
 #include "PauseRecordingBrowser.h"
@@ -11,7 +11,6 @@
 #include "epay/EPayWindow.h"
 #include "host/IDataObject.h"
 #include "host/ServiceRegistry.h"
-#include "host/Settings.h"
 #include "host/online/OnlineActionWrapper.h"
 #include "shared/modbase.h"
 
@@ -40,28 +39,10 @@ class EPayWindowFlowTest : public QObject
     ScriptedDialogs m_dialogs;
     IDataObject *m_data = nullptr;
 
-    std::unique_ptr<frmePayITD> proceed(const QString &password)
-    {
-        auto w = std::make_unique<frmePayITD>();
-        w->setDialogs(&m_dialogs);
-        w->InitMe(QStringLiteral("2025"), Tan, QStringLiteral("0020"), QStringLiteral("200"), QStringLiteral("1500.50"),
-                  QStringLiteral("100"), QStringLiteral("64"), QStringLiteral("0"), QStringLiteral("0"),
-                  QStringLiteral("200"), QStringLiteral("50"), QString(), 0, QStringLiteral("TAN"), nullptr, QString());
-        w->show();
-        QComboBox *banks = w->bankList(0);
-        banks->setCurrentIndex(banks->findText(QStringLiteral("State Bank Of India")));
-        w->cmdePayITDClicked(2);
-        w->TxtPwd()->setText(password);
-        w->CmdProceedClicked();
-        return w;
-    }
-
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
-        TDS_REQUIRE_BROWSER();
+        TDS_HEADLESS_BROWSER(10);
         TDS_DB_SETUP();
         ServiceRegistry::registerBuiltins();
         ServiceRegistry::registerFactory(QString::fromLatin1(ProgId::OnlineAction), [] {
@@ -77,34 +58,27 @@ private slots:
         QVERIFY(m_data->ConQuery(
             QStringLiteral("INSERT INTO Main_Info (Code_No, Name, Tanno) VALUES ('D01', 'Sri Ram Traders', '%1')").arg(Tan)));
         m_data->setCodeno(QStringLiteral("D01"));
-        QVERIFY(m_portal.start());
-        m_portal.setAccount(Tan, Password);
+        QVERIFY(m_portal.start(Tan, Password));
     }
     void cleanupTestCase()
     {
         ServiceRegistry::unregisterFactory(QString::fromLatin1(ProgId::OnlineAction));
-        ServiceRegistry::unregisterFactory(QString::fromLatin1(ProgId::ItdActions));
         TestDatabase::tearDown();
     }
-    void init()
-    {
-        m_portal.resetViews();
-        m_dialogs = ScriptedDialogs();
-        QVERIFY(m_data->ConQuery(QStringLiteral("DELETE FROM ItdLoginTanU")));
-    }
 
-    void paidToTheBanksPage_data()
-    {
-        QTest::addColumn<bool>("component");
-        QTest::newRow("the form's own flow") << false;
-        QTest::newRow("the portal actions component") << true;
-    }
     void paidToTheBanksPage()
     {
-        QFETCH(bool, component);
-        Settings::setValue(QStringLiteral("epay/externalActions"), component);
-        auto w = proceed(Password);
-        Settings::setValue(QStringLiteral("epay/externalActions"), false);
+        auto w = std::make_unique<frmePayITD>();
+        w->setDialogs(&m_dialogs);
+        w->InitMe(QStringLiteral("2025"), Tan, QStringLiteral("0020"), QStringLiteral("200"), QStringLiteral("1500.50"),
+                  QStringLiteral("100"), QStringLiteral("64"), QStringLiteral("0"), QStringLiteral("0"),
+                  QStringLiteral("200"), QStringLiteral("50"), QString(), 0, QStringLiteral("TAN"), nullptr, QString());
+        w->show();
+        QComboBox *banks = w->bankList(0);
+        banks->setCurrentIndex(banks->findText(QStringLiteral("State Bank Of India")));
+        w->cmdePayITDClicked(2);
+        w->TxtPwd()->setText(Password);
+        w->CmdProceedClicked();
         QVERIFY2(w->lastResult().ok(), qPrintable(w->lastResult().message));
         QVERIFY(m_dialogs.asked.isEmpty());
         QCOMPARE(w->lblprog()->text(), QStringLiteral("FillChallan_GC"));

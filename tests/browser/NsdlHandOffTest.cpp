@@ -6,7 +6,6 @@
 
 #include "challan/NsdlHandOff.h"
 #include "host/IOnlineAction.h"
-#include "host/ServiceRegistry.h"
 #include "host/Settings.h"
 
 #include <QTemporaryDir>
@@ -70,10 +69,7 @@ class NsdlHandOffTest : public QObject
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(HeadlessBrowser::configure(15, 50, &error), qPrintable(error));
-        TDS_REQUIRE_BROWSER();
-        ServiceRegistry::registerBuiltins();
+        TDS_HEADLESS_BROWSER(15);
         QVERIFY(m_portal.start());
         Settings::setValue(QStringLiteral("portal/nsdl"), m_portal.baseUrl());
         m_portal.setPage(QStringLiteral("/etaxnew/tdsnontds.jsp"), QString::fromUtf8(page(QString::fromLatin1(kSelect))));
@@ -96,7 +92,7 @@ private slots:
     {
         QFETCH(QString, code);
         QFETCH(QString, nature);
-        std::shared_ptr<IOnlineAction> browser = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
+        std::shared_ptr<IOnlineAction> browser = HeadlessBrowser::create();
         QVERIFY(browser);
         QStringList progress;
         const NsdlHandOff::Outcome out = NsdlHandOff::run(*browser, demoChallan(code), m_temp.path(),

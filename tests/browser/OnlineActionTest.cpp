@@ -1,36 +1,28 @@
 // The online-action wrapper driving headless Chromium against the mock portal; one browser
-// for the whole class.
+// for the whole class. The locator grammar itself: PageLocatorTest; here the waits that need
+// a page.
 #include "HeadlessBrowser.h"
 #include "MockPortal.h"
 #include "TestRegistry.h"
 
 #include "host/IOnlineAction.h"
-#include "host/ServiceRegistry.h"
 
 #include <QElapsedTimer>
 #include <QTest>
 
 namespace {
 
-QString page(const QString &body, const QString &title = QStringLiteral("Mock"))
+QString page(const QString &body)
 {
-    return QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\"><title>%1</title></head><body>%2</body></html>")
-        .arg(title, body);
+    return QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\"></head><body>%1</body></html>").arg(body);
 }
 
 const char *const ChallanForm = R"(
 <form name="tax281" action="/etaxnew/submit" method="post">
   <input type="radio" name="MajorHead" value="0020"><input type="radio" name="MajorHead" value="0021">
   <input type="radio" name="MinorHead" value="200" checked><input type="radio" name="MinorHead" value="400">
-  <select name="NaturePayment">
-    <option value="">Select</option><option value="92B">192 - Salary</option>
-    <option value="94C">194C - Contractors</option><option value="94J">194J - Fees</option>
-  </select>
-  <input name="TAN" class="field wide"><input name="Add_Line1" class="field">
-  <select name="AssessYear"><option>2024-25</option><option>2025-26</option></select>
-  <input type="checkbox" id="agree" name="agree">
-  <input type="checkbox" id="notify" name="notify" checked>
-  <input type="radio" id="cash" name="mode" value="cash"><input type="radio" id="bank" name="mode" value="bank" checked>
+  <select name="NaturePayment"><option value="">Select</option><option value="94C">194C - Contractors</option></select>
+  <input name="Add_Line1"><input type="checkbox" id="agree" name="agree"><input type="checkbox" name="notify" checked>
   <input type="button" name="back" value="Back"><input type="button" name="submit" value="Proceed">
 </form>)";
 
@@ -49,15 +41,8 @@ class OnlineActionTest : public QObject
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
-        TDS_REQUIRE_BROWSER();
+        TDS_HEADLESS_BROWSER(10);
         QVERIFY(m_portal.start());
-
-        m_portal.setPage(QStringLiteral("/iec/foportal/"), page(QStringLiteral("<h1>e-Filing</h1>"),
-                                                                QStringLiteral("Home | Income Tax Department")));
-        m_portal.setPage(QStringLiteral("/pan"), page(QStringLiteral("<p>PAN: ABCDE1234F</p>")));
-        m_portal.setPage(QStringLiteral("/pan-break"), page(QStringLiteral("<p>PAN:\nABCDE1234F</p>")));
         const QString registerForm = QStringLiteral("<form name=\"register\"><select name=\"TAN_CAT_DDR_CD\"></select></form>");
         m_portal.setPage(QStringLiteral("/tan/both"), page(registerForm + registerForm));
         m_portal.setPage(QStringLiteral("/etaxnew/PopServlet"), page(QString::fromLatin1(ChallanForm)));
@@ -88,8 +73,7 @@ private slots:
         m_portal.setPage(QStringLiteral("/cookies"), page(QStringLiteral("<p>Logged in</p>")),
                          {"AuthToken=tok-7f3a; Path=/; HttpOnly", "Lang=en; Path=/"});
 
-        ServiceRegistry::registerBuiltins();
-        m_browser = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
+        m_browser = HeadlessBrowser::create();
         QVERIFY(m_browser);
         QVERIFY2(m_browser->InitComponent(QStringLiteral("host"), QStringLiteral("GC"), QDir::tempPath(), false, 1),
                  qPrintable(m_browser->LastError()));
@@ -118,23 +102,14 @@ private slots:
         QTest::addColumn<QStringList>("inError");    // parts of LastError
         QTest::addColumn<QString>("notInError");
         const QString expired = QStringLiteral("@HTML=>Session has expired!<");
-        QTest::newRow("text with a bar") << "/iec/foportal/" << "@URL=%1/iec/foportal;@HTML=Home | Income Tax Department"
-                                         << expired << "OK" << QStringList() << "";
-        QTest::newRow("address with the key's value")
-            << "/etaxnew/PopServlet?rKey=Q7" << "@URL=%1/etaxnew/PopServlet?rKey=;@ELEMENT=FORM:tax281|back" << ""
-            << "OK" << QStringList() << "";
         QTest::newRow("route and field come later") << "/iec/foservices/" << "@URL=%1/iec/foservices/#/login;@ELEMENT=ID:panAdhaarUserId"
                                                     << expired << "OK" << QStringList() << "";
-        QTest::newRow("blank after PAN") << "/pan" << "@HTML=PAN: " << "" << "OK" << QStringList() << "";
-        QTest::newRow("PAN before a line break") << "/pan-break" << "@HTML=PAN: " << "" << "TIMEOUT"
-                                                 << QStringList{"Timed out after 1 seconds", "/pan-break"} << "";
         QTest::newRow("second form of two") << "/tan/both" << "@ELEMENT=FORM:register,1|TAN_CAT_DDR_CD" << "" << "OK"
                                             << QStringList() << "";
         QTest::newRow("error page first") << "/expired" << "@ELEMENT=ID:panAdhaarUserId" << expired << "ERROR"
                                           << QStringList{">Session has expired!<"} << "";
         QTest::newRow("elsewhere, key kept out") << "/etaxnew/PopServlet?rKey=K3Y9" << "@URL=%1/other;@HTML=Back" << ""
-                                                 << "TIMEOUT" << QStringList{"/etaxnew/PopServlet"} << "K3Y9";
-        QTest::newRow("bad locator") << "/pan" << "@TITLE=Mock" << "" << "ERROR" << QStringList{"Invalid page locator"} << "";
+                                                 << "TIMEOUT" << QStringList{"Timed out after 1 seconds", "/etaxnew/PopServlet"} << "K3Y9";
     }
     void waitForPage()
     {
@@ -188,65 +163,42 @@ private slots:
         QVERIFY(!m_browser->ClickAndWait(nullptr));
     }
 
-    // The NSDL challan: fill through the document model, submit, and see what the site got.
+    // What NsdlHandOffTest does not reach: a failed choice, a click that stays on the page,
+    // and a submit of a form with a field named "submit", as the site's forms have.
     void documentFillAndSubmit()
     {
         QVERIFY(open(QStringLiteral("/etaxnew/PopServlet?rKey=A1")));
         auto document = m_browser->CreateHtmlDocument();
-        QVERIFY(document);
-        auto form = document->Forms(QStringLiteral("tax281"));
+        auto form = document ? document->Forms(QStringLiteral("tax281")) : nullptr;
         QVERIFY(form);
-        QCOMPARE(form->TagName(), QStringLiteral("FORM"));
-
         auto major = m_browser->getElementByTagOthAttrib(QStringLiteral("INPUT"), QStringLiteral("name,value"),
                                                          QStringLiteral("MajorHead,0021"));
-        QVERIFY2(major, qPrintable(m_browser->LastError()));
-        QVERIFY(major->setChecked(true));
-
+        QVERIFY2(major && major->setChecked(true), qPrintable(m_browser->LastError()));
         auto nature = form->Item(QStringLiteral("NaturePayment"));
-        QVERIFY(nature);
-        QStringList texts;
-        for (const auto &option : nature->Options())
-            texts << option->Text();
-        QCOMPARE(texts, (QStringList{"Select", "192 - Salary", "194C - Contractors", "194J - Fees"}));
         QVERIFY(!nature->setTextSelected(QStringLiteral("195 - Non-residents")));
         QCOMPARE(nature->TextSelected(), QStringLiteral("Select"));
         QVERIFY(nature->setTextSelected(QStringLiteral("194C - Contractors")));
-        QCOMPARE(nature->TextSelected(), QStringLiteral("194C - Contractors"));
-        QVERIFY(form->Item(QStringLiteral("AssessYear"))->setTextSelected(QStringLiteral("2025-26")));
-
-        auto tan = form->Item(QStringLiteral("TAN"));
-        QVERIFY(tan->setValue(QStringLiteral("BLRA12345B")));
-        QCOMPARE(tan->Value(), QStringLiteral("BLRA12345B"));
         QVERIFY(form->Item(QStringLiteral("Add_Line1"))->setValue(QStringLiteral("12, M.G. Road & Co")));
         QVERIFY(document->getElementById(QStringLiteral("agree"))->setChecked(true));
-
-        QVERIFY2(m_browser->FocusAndWait(tan), qPrintable(m_browser->LastError()));
-        // A button that leaves the page where it is does not hold the click up.
         QElapsedTimer clock;
         clock.start();
         QVERIFY(m_browser->ClickAndWait(form->Item(QStringLiteral("back"))));
         QVERIFY(clock.elapsed() < 3000);
-        // The form has a field named "submit", as the site's forms do.
         QVERIFY2(m_browser->SubmitAndWait(form), qPrintable(m_browser->LastError()));
         QVariant shown;
         QVERIFY(m_browser->runScriptAndWait(QStringLiteral("return document.body.innerText;"), &shown));
         QCOMPARE(shown.toString(), QStringLiteral("Challan received"));
         const MockPortal::Request posted = m_portal.lastRequest(QStringLiteral("/etaxnew/submit"));
         const QList<QPair<QString, QString>> expected{{"MajorHead", "0021"}, {"MinorHead", "200"}, {"NaturePayment", "94C"},
-                                                      {"TAN", "BLRA12345B"}, {"Add_Line1", "12, M.G. Road & Co"},
-                                                      {"AssessYear", "2025-26"}, {"agree", "on"}, {"notify", "on"}};
+                                                      {"Add_Line1", "12, M.G. Road & Co"}, {"agree", "on"}, {"notify", "on"}};
         for (const auto &[name, value] : expected)
             QCOMPARE(posted.field(name), value);
     }
 
+    // The session's token alone is read by the draft; all of them here.
     void cookies()
     {
         QVERIFY(open(QStringLiteral("/cookies")));
-        IOnlineDriver *driver = m_browser->objectSWC();
-        QVERIFY(driver);
-        QCOMPARE(driver->getCookieByName(QStringLiteral("AuthToken")), QStringLiteral("tok-7f3a"));
-        QCOMPARE(driver->getCookieByName(QStringLiteral("SessionId")), QString());
         QStringList all = m_browser->getCookiesITD().split(QStringLiteral("; "));
         all.sort();
         QCOMPARE(all, (QStringList{"AuthToken=tok-7f3a", "Lang=en"}));

@@ -1,17 +1,15 @@
 // The TAN challan draft in a logged-in headless Chromium against the mock portal: the three
-// bodies as the payment API receives them, key by key and in order, the session's token,
-// a refused reply, and the token and password kept out of messages and files.
+// posts with the session's token and the portal's reference carried on, a refused reply, and
+// the token and password kept out of messages and files. The bodies key by key: TanDraftBodyTest.
 #include "HeadlessBrowser.h"
 #include "MockItdPortal.h"
 #include "PauseRecordingBrowser.h"
-#include "TestDatabase.h"
 #include "TestRegistry.h"
 
 #include "epay/PortalPages.h"
 #include "epay/PortalSession.h"
 #include "epay/TanChallanDraft.h"
 #include "host/DataHome.h"
-#include "host/ServiceRegistry.h"
 #include "json/JSON.h"
 
 #include <QDir>
@@ -42,13 +40,6 @@ TanDraftPayment payment()
     return p;
 }
 
-QStringList keysOf(const QByteArray &body, const QString &part)
-{
-    const JsonValue whole = ParseJson(QString::fromUtf8(body));
-    const JsonValue *inner = whole.dictionary() ? whole.dictionary()->find(part) : nullptr;
-    return inner && inner->dictionary() ? inner->dictionary()->keys() : QStringList{"<no " + part + ">"};
-}
-
 QString valueOf(const QByteArray &body, const QString &key)
 {
     const JsonValue whole = ParseJson(QString::fromUtf8(body));
@@ -58,8 +49,6 @@ QString valueOf(const QByteArray &body, const QString &key)
         return QStringLiteral("<absent>");
     return value->isNumber() ? value->toDecimal().toString() : value->toString();
 }
-
-const QStringList Amounts{"basicTax", "surCharge", "eduCess", "interest", "penalty", "others", "totalAmt"};
 
 } // namespace
 
@@ -85,13 +74,9 @@ class TanChallanDraftFlowTest : public QObject
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
-        TDS_REQUIRE_BROWSER();
-        QVERIFY(m_portal.start());
-        m_portal.setAccount(QStringLiteral("BLRA12345B"), Password);
-        ServiceRegistry::registerBuiltins();
-        m_browser = std::make_shared<PauseRecordingBrowser>(createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction)));
+        TDS_HEADLESS_BROWSER(10);
+        QVERIFY(m_portal.start(QStringLiteral("BLRA12345B"), Password));
+        m_browser = std::make_shared<PauseRecordingBrowser>(HeadlessBrowser::create());
         logIn();
     }
     void cleanupTestCase()
@@ -115,30 +100,13 @@ private slots:
         QVERIFY(!reference.isEmpty());
         QCOMPARE(draft.paymentReference(), reference);
 
-        const QStringList bodyKeys[3] = {
-            QStringList{"pan", "tileId", "majorHead", "minorHead", "assmentYear"} + Amounts
-                + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "majorSlNum",
-                              "minorSlNum", "taxPayerName", "category", "natrOfPymnt", "pageName", "createdByUser"},
-            QStringList{"pan", "tileId", "majorHead", "minorHead", "majorSlNum", "minorSlNum"} + Amounts
-                + QStringList{"assmentYear", "totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum",
-                              "category", "natrOfPymnt", "pageName", "createdByUser"},
-            QStringList{"pan", "assmentYear", "majorHead", "majorSlNum", "minorHead", "minorSlNum", "tileId"} + Amounts
-                + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "paymentModeDesc",
-                              "category", "natrOfPymnt", "effBankDetails", "pageName", "createdByUser"},
-        };
         const char *pages[3] = {"addTaxApplicableDetails", "addTaxBreakupDetails", "addPaymentDetails"};
         for (int i = 0; i < 3; ++i) {
             const QByteArray &body = posts.at(i).body;
-            QVERIFY2(body.startsWith("{\"header\":{\"formName\":\"PO-03-PYMNT\"},\"formData\":{"), body.constData());
-            const QStringList keys = keysOf(body, QStringLiteral("formData"));
-            for (int k = 0; k < qMax(keys.size(), bodyKeys[i].size()); ++k)
-                QCOMPARE(keys.value(k, QStringLiteral("<none>")), bodyKeys[i].value(k, QStringLiteral("<none>")));
             QCOMPARE(posts.at(i).cookie, ("AuthToken=" + m_portal.authToken()).toUtf8());
             QCOMPARE(posts.at(i).contentType, QByteArray("application/json"));
             QCOMPARE(valueOf(body, QStringLiteral("pageName")), QString::fromLatin1(pages[i]));
             QCOMPARE(valueOf(body, QStringLiteral("pymntRefNum")), i == 0 ? QString() : reference);
-            QCOMPARE(valueOf(body, QStringLiteral("totalAmtWord")),
-                     i == 0 ? QString() : QStringLiteral("Rupees One Thousand Eight Hundred and Paise Fifty Only"));
             QCOMPARE(valueOf(body, QStringLiteral("totalAmt")), i == 0 ? QString() : QStringLiteral("1800.5"));
         }
     }

@@ -1,14 +1,14 @@
-// The TAN payment page by page in headless Chromium against the mock portal: the steps of
-// the older, newer and pre-login flows in order, what the portal's pages were given, the
-// failures where a page does not come or shows other figures, a cancelled run, and the
-// checks made before any portal work.
+// The e-filing login and the TAN payment page by page in headless Chromium against the mock
+// portal: the steps of the older, newer and pre-login flows in order, what the portal's pages
+// were given, the login's refusals, the failures, a cancelled run, and the password kept out
+// of every message.
 #include "HeadlessBrowser.h"
 #include "MockItdPortal.h"
 #include "PauseRecordingBrowser.h"
 #include "TestRegistry.h"
 
+#include "epay/PortalSession.h"
 #include "epay/TanPaymentFlow.h"
-#include "host/ServiceRegistry.h"
 #include "host/online/OnlineActionWrapper.h"
 #include "host/online/WebDriverSession.h"
 
@@ -113,15 +113,9 @@ class TanPaymentFlowTest : public QObject
 private slots:
     void initTestCase()
     {
-        QString error;
-        QVERIFY2(HeadlessBrowser::configure(10, 50, &error), qPrintable(error));
-        TDS_REQUIRE_BROWSER();
-        QVERIFY(m_portal.start());
-        m_portal.setAccount(Tan, Password);
-        ServiceRegistry::registerBuiltins();
-        auto real = createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
-        QVERIFY(real);
-        m_browser = std::make_shared<QuickBrowser>(real);
+        TDS_HEADLESS_BROWSER(10);
+        QVERIFY(m_portal.start(Tan, Password));
+        m_browser = std::make_shared<QuickBrowser>(HeadlessBrowser::create());
     }
     void cleanupTestCase()
     {
@@ -131,6 +125,7 @@ private slots:
     void init()
     {
         m_portal.resetViews();
+        m_portal.setLoginAnswer(MockItdPortal::LoginAnswer::Accept);
         m_browser->pauses.clear();
         HeadlessBrowser::setWaitSeconds(10);
     }
@@ -169,14 +164,6 @@ private slots:
         QTest::newRow("older, net banking") << older << payment("2025", "0020", "200") << logged
             << QStringLiteral(R"x({"act":"Income-tax Act, 1961","assessmentYear":"2025-26","tile":"payable","minorHead":"200",)x"
                               R"x("majorHead":"0020","breakup":%1,"mode":"Net Banking","otherBank":"yes","bank":"SBIN"})x")
-                   .arg(QLatin1String(TypedBreakup));
-
-        TanPayment demand = withMode(payment("2026", "0021", "400"), 2, QStringLiteral("CQ"), QStringLiteral("HDFC"));
-        demand.demandReference = QStringLiteral("2026DR000123");
-        QTest::newRow("older demand at the bank counter") << older << demand << logged
-            << QStringLiteral(R"x({"act":"Income-tax Act, 1961","assessmentYear":"2026-27","tile":"demand","minorHead":"400",)x"
-                              R"x("majorHead":"0021","breakup":%1,"demandRefNum":"2026DR000123","mode":"Pay at Bank Counter",)x"
-                              R"x("subMode":"CQ","bank":"HDFC"})x")
                    .arg(QLatin1String(TypedBreakup));
 
         TanPayment sections = withMode(payment("2027", "0021", "200"), 1, QStringLiteral("DC"), QStringLiteral("CNRB"));
@@ -245,101 +232,128 @@ private slots:
         for (auto it = wanted.begin(); it != wanted.end(); ++it)
             QVERIFY2(got.value(it.key()) == it.value(),
                      qPrintable(it.key() + QStringLiteral(": ") + QJsonDocument(got).toJson(QJsonDocument::Compact)));
-        // RTGS/NEFT names no bank; the other modes pick no sub-mode but at the counter.
-        if (!wanted.contains(QStringLiteral("bank")))
-            QVERIFY(!got.contains(QStringLiteral("bank")));
-        if (!wanted.contains(QStringLiteral("subMode")))
-            QVERIFY(!got.contains(QStringLiteral("subMode")));
+        // RTGS/NEFT names no bank.
+        QCOMPARE(got.contains(QStringLiteral("bank")), wanted.contains(QStringLiteral("bank")));
+    }
+
+    // The login's own outcomes; the flows above walk the accepted one.
+    void login_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("expired");         // the password page says the session expired
+        QTest::addColumn<QString>("cancelAfter");  // FlagCancel set once this status was shown
+        QTest::addColumn<QString>("failure");
+        QTest::addColumn<QString>("because");      // part of the wrapper's last error
+        QTest::addColumn<QStringList>("statuses");
+        const QStringList all = Session.mid(1, 4);
+        const int accept = int(MockItdPortal::LoginAnswer::Accept);
+        QTest::newRow("maximum of sessions: forced")
+            << int(MockItdPortal::LoginAnswer::MaxAttempts) << Password << false << "" << "" << ""
+            << all.mid(0, 3) + QStringList{"Forced Login ...", "Skip Profile Update ..."};
+        QTest::newRow("wrong password") << accept << "Wrong#Pass1" << false << "" << "Failed to Verify 'Welcome' Page !"
+                                        << "Timed out" << all.mid(0, 3);
+        QTest::newRow("expired at the password") << accept << Password << true << "" << "Failed to Verify 'Filling Login Id' Page !"
+                                                 << "Session has expired" << all.mid(0, 2);
+        QTest::newRow("cancelled at the login id") << accept << Password << false << "Filling Login Id ..." << "" << ""
+                                                   << all.mid(0, 2);
+    }
+    void login()
+    {
+        QFETCH(int, answer);
+        QFETCH(QString, typed);
+        QFETCH(bool, expired);
+        QFETCH(QString, cancelAfter);
+        QFETCH(QString, failure);
+        QFETCH(QString, because);
+        QFETCH(QStringList, statuses);
+        m_portal.setLoginAnswer(MockItdPortal::LoginAnswer(answer));
+        if (expired)
+            m_portal.setView(QStringLiteral("/login/password"), QStringLiteral("<p>Session has expired!</p>"));
+        QStringList shown;
+        PortalSession session(m_browser.get(), [&](const QString &text) { shown << text; },
+                              [&] { return !cancelAfter.isEmpty() && shown.contains(cancelAfter); });
+        QVERIFY(session.open(QStringLiteral("host"), QDir::tempPath()).ok());
+        shown.clear();
+        m_browser->pauses.clear();
+        // A wait for the welcome page that must fail ends sooner.
+        HeadlessBrowser::setWaitSeconds(failure.contains(QLatin1String("Welcome")) || answer != int(MockItdPortal::LoginAnswer::Accept) ? 1 : 10);
+        const auto loginsBefore = m_portal.logins().size();
+        const PortalResult result = session.login(Tan, typed);
+        m_messages << result.message;
+
+        QCOMPARE(shown, statuses);
+        QCOMPARE(result.cancelled(), !cancelAfter.isEmpty());
+        QCOMPARE(result.failure, failure);
+        QVERIFY2(result.message.startsWith(failure.isEmpty() ? QString() : failure + QStringLiteral("\r\n\r\n")),
+                 qPrintable(result.message));
+        QVERIFY2(result.message.contains(because), qPrintable(result.message));
+        QVERIFY(!result.message.contains(typed));
+        const bool typedIn = statuses.contains(QStringLiteral("Filling Login Password ..."));
+        QCOMPARE(m_browser->pauses, typedIn ? QList<int>{7} : QList<int>());
+        QCOMPARE(m_portal.logins().size(), loginsBefore + (typedIn ? 1 : 0));
+        if (result.ok())   // on the dashboard, the profile prompt gone
+            QCOMPARE(m_browser->objectSWC()->executeScript(QStringLiteral("return document.querySelectorAll('.secondaryButton').length;")),
+                     QVariant(0));
     }
 
     // A step that fails: its text, CR LF CR LF, the wrapper's reason; the run ends there and
     // the browser stays for the user.
     void failures_data()
     {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<TanPayment>("payment");
         QTest::addColumn<QString>("route");   // a page of the portal changed for the row
         QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("expireAt");   // the session expires once this status shows
-        QTest::addColumn<QString>("shortFrom");  // the page wait is one second from this status on
+        QTest::addColumn<QString>("bank");
         QTest::addColumn<QString>("failure");
         QTest::addColumn<QString>("because");
         QTest::addColumn<QString>("lastStatus");
-
-        const int older = int(TanPaymentFlow::Kind::Older);
-        const QString expired = QStringLiteral("<p>Session has expired!</p>");
-        const TanPayment plain = payment("2025", "0020", "200");
-
-        QTest::newRow("tiles page missing") << older << plain << "/dashboard/e-pay-tax/tiles" << "<p>Page not found</p>" << ""
-                                            << "Opening Create New Payment Page ..."
-                                            << "Failed to Verify 'New Payment' Page !" << "Timed out"
-                                            << "Opening Create New Payment Page ...";
         // At once, not after the page wait.
         QTest::newRow("session expired at the break-up")
-            << older << plain << "/dashboard/e-pay-tax/add-tax-breakup-details" << expired << "" << ""
-            << "Failed to Verify 'Tax break up Details' Page !" << "Session has expired"
-            << "Submitting Tax Applicable Details Page ...";
-        QTest::newRow("paise dropped by the page") << older << plain << MockItdPortal::amountShownView() << "whole" << "" << ""
+            << "/dashboard/e-pay-tax/add-tax-breakup-details" << "<p>Session has expired!</p>" << "SBIN"
+            << "Failed to Verify 'Tax break up Details' Page !" << "Session has expired" << "Submitting Tax Applicable Details Page ...";
+        QTest::newRow("paise dropped by the page") << MockItdPortal::amountShownView() << "whole" << "SBIN"
                                                    << "Failed to Submit 'Tax break up Details' Page !"
                                                    << "1,500 in \"paid1\" for the amount 1500.50 typed into \"taxAmt\""
                                                    << "Submitting Tax break up Details Page ...";
-        QTest::newRow("bank not in the list")
-            << older << withMode(plain, 0, QStringLiteral("IB"), QStringLiteral("FDRL")) << "" << "" << ""
-            << "Opening Payment Details Page ..."
-            << "Failed to fill data on 'Payment Details' Page !" << "FDRL" << "Opening Payment Details Page ...";
-        QTest::newRow("session expired at the OTP")
-            << int(TanPaymentFlow::Kind::PreLogin) << plain << "" << "" << "OTP Verification ..." << ""
-            << "Failed to Submit 'OTP Varification' Page !" << "Session has expired" << "OTP Verification ...";
+        QTest::newRow("bank not in the list") << "" << "" << "FDRL" << "Failed to fill data on 'Payment Details' Page !"
+                                              << "FDRL" << "Opening Payment Details Page ...";
     }
     void failures()
     {
-        QFETCH(int, kind);
-        QFETCH(TanPayment, payment);
         QFETCH(QString, route);
         QFETCH(QString, html);
-        QFETCH(QString, expireAt);
-        QFETCH(QString, shortFrom);
+        QFETCH(QString, bank);
         QFETCH(QString, failure);
         QFETCH(QString, because);
         QFETCH(QString, lastStatus);
         if (!route.isEmpty())
             m_portal.setView(route, html);
-
         QStringList shown;
         TanPaymentFlow flow(m_browser.get(), [&](const QString &text) {
             shown << text;
-            if (text == shortFrom)
+            if (text == lastStatus && bank != QLatin1String("SBIN"))   // the missing bank is waited for
                 HeadlessBrowser::setWaitSeconds(1);
-            if (text == expireAt)
-                m_browser->objectSWC()->executeScript(
-                    QStringLiteral("document.getElementById('app').innerHTML = '<p>Session has expired!</p>';"));
         });
         QElapsedTimer clock;
         clock.start();
-        const PortalResult result = flow.run(TanPaymentFlow::Kind(kind), payment, QStringLiteral("host"), QDir::tempPath());
+        TanPayment p = payment("2025", "0020", "200");
+        p.bankCode = bank;
+        const PortalResult result = flow.run(TanPaymentFlow::Kind::Older, p, QStringLiteral("host"), QDir::tempPath());
         m_messages << result.message;
         QVERIFY(result.failed());
         QCOMPARE(result.failure, failure);
         QVERIFY2(result.message.startsWith(failure + QStringLiteral("\r\n\r\n")), qPrintable(result.message));
         QVERIFY2(result.message.contains(because), qPrintable(result.message));
         QCOMPARE(shown.last(), lastStatus);
-        if (shortFrom.isEmpty())
+        if (bank == QLatin1String("SBIN"))
             QVERIFY2(clock.elapsed() < 8000, "a page that answers at once was waited out");
         QVERIFY(m_browser->objectSWC());
     }
 
-    void cancelled_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("cancelAfter");
-        QTest::newRow("before the act") << int(TanPaymentFlow::Kind::Older) << "Opening e-Pay Tax Page ...";
-        QTest::newRow("before the TAN details") << int(TanPaymentFlow::Kind::PreLogin) << "Opening e-Pay Tax Page ...";
-    }
+    // Cancelled between pages: the browser and its profile are gone.
     void cancelled()
     {
-        QFETCH(int, kind);
-        QFETCH(QString, cancelAfter);
-        const TanPayment p = payment("2025", "0020", "200");
+        const QString cancelAfter = QStringLiteral("Opening e-Pay Tax Page ...");
         QStringList shown;
         QString profile;
         TanPaymentFlow flow(
@@ -350,7 +364,8 @@ private slots:
                     profile = profileDir();
             },
             [&] { return shown.contains(cancelAfter); });
-        const PortalResult result = flow.run(TanPaymentFlow::Kind(kind), p, QStringLiteral("host"), QDir::tempPath());
+        const PortalResult result = flow.run(TanPaymentFlow::Kind::Older, payment("2025", "0020", "200"),
+                                             QStringLiteral("host"), QDir::tempPath());
         QVERIFY(result.cancelled());
         QCOMPARE(result.message, QString());
         QCOMPARE(shown.last(), cancelAfter);

@@ -1,5 +1,5 @@
-// The TAN challan draft without a portal: what each of the three requests says, and how a
-// reply is judged.
+// The TAN challan draft without a portal: each of the three requests key by key in order,
+// what they say, and how a reply is judged.
 #include "TestRegistry.h"
 
 #include "epay/TanChallanDraft.h"
@@ -42,6 +42,8 @@ QString valueOf(const QByteArray &body, const QString &key)
     return value ? QString::fromUtf8(toCompactJson(*value)) : QStringLiteral("<absent>");
 }
 
+const QStringList Amounts{"basicTax", "surCharge", "eduCess", "interest", "penalty", "others", "totalAmt"};
+
 } // namespace
 
 class TanDraftBodyTest : public QObject
@@ -49,6 +51,36 @@ class TanDraftBodyTest : public QObject
     Q_OBJECT
 
 private slots:
+    // The portal reads the three bodies by position: every key, in this order.
+    void keys_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QStringList>("keys");
+        QTest::newRow("1 tax applicable details")
+            << 1 << QStringList{"pan", "tileId", "majorHead", "minorHead", "assmentYear"} + Amounts
+                        + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "majorSlNum",
+                                      "minorSlNum", "taxPayerName", "category", "natrOfPymnt", "pageName", "createdByUser"};
+        QTest::newRow("2 break-up")
+            << 2 << QStringList{"pan", "tileId", "majorHead", "minorHead", "majorSlNum", "minorSlNum"} + Amounts
+                        + QStringList{"assmentYear", "totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum",
+                                      "category", "natrOfPymnt", "pageName", "createdByUser"};
+        QTest::newRow("3 payment details")
+            << 3 << QStringList{"pan", "assmentYear", "majorHead", "majorSlNum", "minorHead", "minorSlNum", "tileId"} + Amounts
+                        + QStringList{"totalAmtWord", "paymentMode", "subPayMode", "bankCd", "pymntRefNum", "paymentModeDesc",
+                                      "category", "natrOfPymnt", "effBankDetails", "pageName", "createdByUser"};
+    }
+    void keys()
+    {
+        QFETCH(int, page);
+        QFETCH(QStringList, keys);
+        const QByteArray body = TanChallanDraft::body(TanChallanDraft::Page(page), payment(), QStringLiteral("R1"), Words);
+        QVERIFY2(body.startsWith("{\"header\":{\"formName\":\"PO-03-PYMNT\"},\"formData\":{"), body.constData());
+        const JsonValue whole = ParseJson(QString::fromUtf8(body));
+        const JsonValue *formData = whole.dictionary() ? whole.dictionary()->find(QStringLiteral("formData")) : nullptr;
+        QVERIFY(formData && formData->dictionary());
+        QCOMPARE(formData->dictionary()->keys(), keys);
+    }
+
     // page; key; the value as JSON text (texts quoted, amounts bare)
     void values_data()
     {

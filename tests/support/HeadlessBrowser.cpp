@@ -2,6 +2,7 @@
 
 #include "TestDatabase.h"
 
+#include "host/ServiceRegistry.h"
 #include "host/Settings.h"
 
 #include <QDir>
@@ -31,6 +32,12 @@ QString unavailableReason()
         if (!QFileInfo(path).isExecutable())
             return QStringLiteral("%1 is not installed (scripts/install-deps installs chromium and chromium-driver)").arg(path);
     return QString();
+}
+
+std::shared_ptr<IOnlineAction> create()
+{
+    ServiceRegistry::registerBuiltins();
+    return createObjectAs<IOnlineAction>(QString::fromLatin1(ProgId::OnlineAction));
 }
 
 bool processRunsWith(const QString &text)

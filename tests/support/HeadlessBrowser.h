@@ -1,8 +1,11 @@
 #pragma once
 // Browser tests: a headless Chromium with short page waits, configured in the test's own
 // settings file; skipped only when Chromium or its driver is not installed.
+#include "host/IOnlineAction.h"
+
 #include <QString>
 #include <QTest>
+#include <memory>
 
 namespace HeadlessBrowser {
 
@@ -12,6 +15,8 @@ bool configure(int waitSeconds, int pollMilliseconds, QString *error = nullptr);
 void setWaitSeconds(int seconds);
 // Empty when the configured browser and driver exist, else why the tests cannot run.
 QString unavailableReason();
+// The real online-action wrapper, the built-in services registered.
+std::shared_ptr<IOnlineAction> create();
 // Whether any process still runs with this text in its command line (a browser profile).
 bool processRunsWith(const QString &text);
 
@@ -22,4 +27,12 @@ bool processRunsWith(const QString &text);
         const QString tdsWhyNot_ = HeadlessBrowser::unavailableReason();      \
         if (!tdsWhyNot_.isEmpty())                                            \
             QSKIP(qPrintable(tdsWhyNot_));                                    \
+    } while (false)
+
+// A browser test's start: headless settings with this page wait; skipped without a browser.
+#define TDS_HEADLESS_BROWSER(waitSeconds)                                                   \
+    do {                                                                                    \
+        QString tdsError_;                                                                  \
+        QVERIFY2(HeadlessBrowser::configure(waitSeconds, 50, &tdsError_), qPrintable(tdsError_)); \
+        TDS_REQUIRE_BROWSER();                                                              \
     } while (false)

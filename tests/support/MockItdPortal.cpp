@@ -123,7 +123,6 @@ function nextPage() {
 function toBreakup() {
   var r = route();
   if (prelogin()) go('/e-pay-tax-prelogin/e-pay-tax/add-tax-breakup-details');
-  else if (r.indexOf('demand-tan-details') >= 0 && !newAct()) el('app').innerHTML = views['@demandBreakup'];
   else if (r.indexOf('demand-tan-details') >= 0) go('/dashboard/e-pay-tax/new-payment-summary');
   else if (r.indexOf('tds-deductee-type') >= 0) go('/dashboard/e-pay-tax/tds-section-wise-payment');
   else go('/dashboard/e-pay-tax/add-tax-breakup-details');
@@ -199,123 +198,57 @@ MockPortal::Reply jsonReply(const QByteArray &body, int status = 200)
 void MockItdPortal::resetViews()
 {
     m_views = QJsonObject();
-    setView(QStringLiteral("/login"),
-            QStringLiteral("<h1>Login</h1><label for=\"panAdhaarUserId\">Enter your User ID</label>"
-                           "<input id=\"panAdhaarUserId\" type=\"text\">"
-                           "<button class=\"large-button-primary width marTop16\" onclick=\"toPassword()\">Continue</button>"));
-    setView(QStringLiteral("/login/password"),
-            QStringLiteral("<h1>Enter your password</h1>"
-                           "<label><input type=\"checkbox\" id=\"passwordCheckBox\"> Please confirm your secure access message</label>"
-                           "<input type=\"password\" id=\"loginPasswordField\">"
-                           "<div id=\"loginError\"></div><div id=\"loginPopup\"></div>"
-                           "<button class=\"large-button-primary width marTop26\" onclick=\"doLogin(false)\">Continue</button>"));
-    setView(QStringLiteral("@maxAttempts"),
-            QStringLiteral("<div id=\"loginMaxAttemptsPopup\"><p>You have exceeded the maximum number of active sessions.</p>"
-                           "<button class=\"defaultButton primaryButton primaryBtnMargin\" onclick=\"doLogin(true)\">Login Here</button></div>"));
-    setView(QStringLiteral("/dashboard"),
-            QStringLiteral("<nav><span class=\"menu\" onclick=\"openMenu()\"> e-File </span>"
-                           "<div id=\"eFileMenu\" style=\"display:none\"><button class=\"mat-menu-item\" "
-                           "onclick=\"ePayTax()\">e-Pay Tax</button></div></nav>"
-                           "<div id=\"profileMatCard\">Profile</div>"));
-    setView(QStringLiteral("@profile"),
-            QStringLiteral("<div class=\"dialog\"><p>Update your profile</p>"
-                           "<button class=\"largeButton secondaryButton\" onclick=\"skipProfile()\">Skip</button></div>"));
-    setView(QStringLiteral("/dashboard/e-pay-tax/e-pay-tax-dashboard"), QStringLiteral("<h1>e-Pay Tax</h1><p>Saved Drafts</p>"));
-    setView(QStringLiteral("@selectAct"),
-            QStringLiteral("<div class=\"dialog\"><h2>Select Applicable Income Tax Act</h2><mat-radio-group>"
-                           "<mat-radio-button data-key=\"act\">Income-tax Act, 2025</mat-radio-button>"
-                           "<mat-radio-button data-key=\"act\">Income-tax Act, 1961</mat-radio-button></mat-radio-group>"
-                           "<div id=\"pageError\"></div><button onclick=\"chooseAct()\">CONTINUE</button></div>"));
-    setView(QStringLiteral("@newPayment"),
-            QStringLiteral("<p>New Payment for tax</p><button onclick=\"go('/dashboard/e-pay-tax/tiles')\">+ New Payment</button>"));
+    // One line per view; "%1" in a template is what the view adds to it.
+    const char *const plain[][2] = {
+        {"/login", R"h(<h1>Login</h1><label for="panAdhaarUserId">Enter your User ID</label><input id="panAdhaarUserId" type="text"><button class="large-button-primary width marTop16" onclick="toPassword()">Continue</button>)h"},
+        {"/login/password", R"h(<h1>Enter your password</h1><label><input type="checkbox" id="passwordCheckBox"> Please confirm your secure access message</label><input type="password" id="loginPasswordField"><div id="loginError"></div><div id="loginPopup"></div><button class="large-button-primary width marTop26" onclick="doLogin(false)">Continue</button>)h"},
+        {"@maxAttempts", R"h(<div id="loginMaxAttemptsPopup"><p>You have exceeded the maximum number of active sessions.</p><button class="defaultButton primaryButton primaryBtnMargin" onclick="doLogin(true)">Login Here</button></div>)h"},
+        {"/dashboard", R"h(<nav><span class="menu" onclick="openMenu()"> e-File </span><div id="eFileMenu" style="display:none"><button class="mat-menu-item" onclick="ePayTax()">e-Pay Tax</button></div></nav><div id="profileMatCard">Profile</div>)h"},
+        {"@profile", R"h(<div class="dialog"><p>Update your profile</p><button class="largeButton secondaryButton" onclick="skipProfile()">Skip</button></div>)h"},
+        {"/dashboard/e-pay-tax/e-pay-tax-dashboard", R"h(<h1>e-Pay Tax</h1><p>Saved Drafts</p>)h"},
+        {"@selectAct", R"h(<div class="dialog"><h2>Select Applicable Income Tax Act</h2><mat-radio-group><mat-radio-button data-key="act">Income-tax Act, 2025</mat-radio-button><mat-radio-button data-key="act">Income-tax Act, 1961</mat-radio-button></mat-radio-group><div id="pageError"></div><button onclick="chooseAct()">CONTINUE</button></div>)h"},
+        {"@newPayment", R"h(<p>New Payment for tax</p><button onclick="go('/dashboard/e-pay-tax/tiles')">+ New Payment</button>)h"},
+        {"/dashboard/e-pay-tax/tds-section-wise-payment", R"h(<h2>TDS/TCS Section-Wise Payment Details</h2><mat-select formcontrolname="selectedSection" data-search="1" data-options=":1024 - Salary|:192 - Salary (old act)|:194C - Payment to contractors|:194J - Fees for professional services"><span class="value">Select Section</span></mat-select><input formcontrolname="amount"><input formcontrolname="interest"><input formcontrolname="fee"><input formcontrolname="penalty"><input formcontrolname="others"><button onclick="addSection()">ADD</button><div id="added"></div><div id="pageError"></div><button onclick="toSummary()">Continue</button>)h"},
+        {"@banks", R"h(<mat-radio-group><mat-radio-button data-key="otherBank" value="yes" data-show="otherBankList">Other Bank</mat-radio-button></mat-radio-group><div id="otherBankList"></div>)h"},
+        {"@mandate", R"h(<p>Generate the mandate form and pay at your bank.</p>)h"},
+        {"@bankList", R"h(<mat-select id="mat-select-4" data-key="bank" data-options="SBIN:State Bank Of India|HDFC:HDFC Bank|ICIC:ICICI Bank|UTIB:Axis Bank|CNRB:Canara Bank"><span class="value">Select Bank</span></mat-select>)h"},
+        {"/e-pay-tax-prelogin/user-details", R"h(<h2>Enter Details</h2><input id="pantan" placeholder="PAN/TAN"><input formcontrolname="confirmPanTan" placeholder="Confirm PAN/TAN"><input id="phone" placeholder="Mobile No."><div id="pageError"></div><button onclick="toPantan()"> Continue </button>)h"},
+        {"/e-pay-tax-prelogin/mob-otp", R"h(<h2>OTP verification</h2><p>Enter the 6 digit OTP sent to your mobile</p><input type="password" maxlength="6"><div id="pageError"></div><button onclick="verifyOtp()">Verify</button>)h"},
+        {"/e-pay-tax-prelogin/success-prelogin", R"h(<p>You have successfully verified through mobile OTP</p><button onclick="go('/e-pay-tax-prelogin/e-pay-tax/tiles')">Continue</button>)h"},
+    };
+    for (const auto &[route, html] : plain)
+        setView(QLatin1String(route), QLatin1String(html));
 
-    const QString tiles =
-        QStringLiteral("<p>{{idLabel}}<b>BLRA12345B</b></p><label>Assessment Year</label>"
-                       "<mat-select formcontrolname=\"assessmentYear\" data-key=\"assessmentYear\" "
-                       "data-options=\":2024-25|:2025-26|:2026-27|:2027-28\"><span class=\"value\">Select</span></mat-select>"
-                       "<div id=\"pageError\"></div>"
-                       "<div class=\"tile largervf\" onclick=\"proceed(false)\"><h3>TDS/TCS payable by taxpayer</h3><span>Proceed</span></div>"
-                       "<div class=\"tile largervf\" onclick=\"proceed(true)\"><h3>Demand payment (Regular Assessment)</h3><span>Proceed</span></div>");
-    setView(QStringLiteral("/dashboard/e-pay-tax/tiles"), tiles);
-    setView(QStringLiteral("/e-pay-tax-prelogin/e-pay-tax/tiles"), QString(tiles).replace(QStringLiteral("{{idLabel}}"), QStringLiteral("TAN: ")));
+    const QString tiles = QStringLiteral(R"h(<p>%1<b>BLRA12345B</b></p><label>Assessment Year</label><mat-select formcontrolname="assessmentYear" data-key="assessmentYear" data-options=":2024-25|:2025-26|:2026-27|:2027-28"><span class="value">Select</span></mat-select><div id="pageError"></div><div class="tile largervf" onclick="proceed(false)"><h3>TDS/TCS payable by taxpayer</h3><span>Proceed</span></div><div class="tile largervf" onclick="proceed(true)"><h3>Demand payment (Regular Assessment)</h3><span>Proceed</span></div>)h");
+    setView(QStringLiteral("/dashboard/e-pay-tax/tiles"), tiles.arg(QStringLiteral("{{idLabel}}")));
+    setView(QStringLiteral("/e-pay-tax-prelogin/e-pay-tax/tiles"), tiles.arg(QStringLiteral("TAN: ")));
 
-    const QString heads =
-        QStringLiteral("<h2>Type of Payment (Minor Head)</h2><mat-radio-group id=\"heads\" name=\"tdsRadiobtn\">"
-                       "<div><mat-radio-button value=\"200\">TDS/TCS Payable by Taxpayer (200)</mat-radio-button><input placeholder=\"Major Head\"></div>"
-                       "<div><mat-radio-button value=\"400\">TDS/TCS Regular Assessment (400)</mat-radio-button><input placeholder=\"Major Head\"></div>"
-                       "</mat-radio-group>%1<div id=\"pageError\"></div>"
-                       "<img alt=\"next page\" src=\"data:,\" style=\"display:inline-block;width:24px;height:24px\" onclick=\"nextPage()\">"
-                       "<div id=\"continueHere\"></div>");
-    setView(QStringLiteral("/dashboard/e-pay-tax/tds-payable-by-taxpayer"), heads.arg(QString()));
-    setView(QStringLiteral("/dashboard/e-pay-tax/demand-tan-details"), heads.arg(QString()));
-    setView(QStringLiteral("/e-pay-tax-prelogin/e-pay-tax/tds-payable-by-taxpayer"), heads.arg(QString()));
+    const QString heads = QStringLiteral(R"h(<h2>Type of Payment (Minor Head)</h2><mat-radio-group id="heads" name="tdsRadiobtn"><div><mat-radio-button value="200">TDS/TCS Payable by Taxpayer (200)</mat-radio-button><input placeholder="Major Head"></div><div><mat-radio-button value="400">TDS/TCS Regular Assessment (400)</mat-radio-button><input placeholder="Major Head"></div></mat-radio-group>%1<div id="pageError"></div><img alt="next page" src="data:," style="display:inline-block;width:24px;height:24px" onclick="nextPage()"><div id="continueHere"></div>)h");
+    for (const char *route : {"/dashboard/e-pay-tax/tds-payable-by-taxpayer", "/dashboard/e-pay-tax/demand-tan-details",
+                              "/e-pay-tax-prelogin/e-pay-tax/tds-payable-by-taxpayer"})
+        setView(QLatin1String(route), heads.arg(QString()));
     setView(QStringLiteral("/dashboard/e-pay-tax/tds-deductee-type"),
-            heads.arg(QStringLiteral("<mat-radio-group id=\"deducteeType\"><mat-radio-button>Resident Deductee(s)</mat-radio-button>"
-                                     "<mat-radio-button>Non-Resident Deductee(s)</mat-radio-button></mat-radio-group>")));
+            heads.arg(QStringLiteral(R"h(<mat-radio-group id="deducteeType"><mat-radio-button>Resident Deductee(s)</mat-radio-button><mat-radio-button>Non-Resident Deductee(s)</mat-radio-button></mat-radio-group>)h")));
 
     QString breakup = QStringLiteral("<h2>Tax Break Up Details</h2>%1<table>");
-    const char *const rows[] = {"(a) Tax", "(b) Surcharge", "(c) Cess", "(d) Interest", "(e) Penalty", "(f) Others"};
-    const char *const ids[] = {"taxAmt", "surchargeAmt", "cessAmt", "interestAmt", "penaltyAmt", "othersAmt"};
+    const char *const rows[][2] = {{"(a) Tax", "taxAmt"},         {"(b) Surcharge", "surchargeAmt"}, {"(c) Cess", "cessAmt"},
+                                   {"(d) Interest", "interestAmt"}, {"(e) Penalty", "penaltyAmt"},     {"(f) Others", "othersAmt"}};
     for (int i = 0; i < 6; ++i)
-        breakup += QStringLiteral("<tr><td>%1</td><td><input id=\"%2\" oninput=\"sumUp()\"></td>"
-                                  "<td><input id=\"paid%3\" readonly></td></tr>")
-                       .arg(QLatin1String(rows[i]), QLatin1String(ids[i]))
-                       .arg(i + 1);
-    breakup += QStringLiteral("</table><button onclick=\"submitBreakup()\">Continue</button>");
-    const QString reference = QStringLiteral("<label>Demand Reference Number</label><input id=\"demandRefNum\">");
+        breakup += QStringLiteral(R"h(<tr><td>%1</td><td><input id="%2" oninput="sumUp()"></td><td><input id="paid%3" readonly></td></tr>)h")
+                       .arg(QLatin1String(rows[i][0]), QLatin1String(rows[i][1])).arg(i + 1);
+    breakup += QStringLiteral(R"h(</table><button onclick="submitBreakup()">Continue</button>)h");
     setView(QStringLiteral("/dashboard/e-pay-tax/add-tax-breakup-details"), breakup.arg(QString()));
     setView(QStringLiteral("/e-pay-tax-prelogin/e-pay-tax/add-tax-breakup-details"), breakup.arg(QString()));
-    setView(QStringLiteral("@demandBreakup"), breakup.arg(reference));
-    setView(QStringLiteral("/dashboard/e-pay-tax/new-payment-summary"), breakup.arg(reference));
+    setView(QStringLiteral("/dashboard/e-pay-tax/new-payment-summary"),
+            breakup.arg(QStringLiteral(R"h(<label>Demand Reference Number</label><input id="demandRefNum">)h")));
 
-    QString section = QStringLiteral(
-        "<h2>TDS/TCS Section-Wise Payment Details</h2>"
-        "<mat-select formcontrolname=\"selectedSection\" data-search=\"1\" data-options=\":1024 - Salary|"
-        ":192 - Salary (old act)|:194C - Payment to contractors|:194J - Fees for professional services\">"
-        "<span class=\"value\">Select Section</span></mat-select>");
-    for (const char *name : {"amount", "interest", "fee", "penalty", "others"})
-        section += QStringLiteral("<input formcontrolname=\"%1\">").arg(QLatin1String(name));
-    section += QStringLiteral("<button onclick=\"addSection()\">ADD</button><div id=\"added\"></div><div id=\"pageError\"></div>"
-                              "<button onclick=\"toSummary()\">Continue</button>");
-    setView(QStringLiteral("/dashboard/e-pay-tax/tds-section-wise-payment"), section);
-
-    QString payment = QStringLiteral("<h2>Select Payment Mode</h2><div class=\"tabs\">");
-    const char *const tabs[] = {"Net Banking", "Debit Card", "Pay at Bank Counter", "RTGS/NEFT", "Payment Gateway"};
-    for (int i = 0; i < 5; ++i)
-        payment += QStringLiteral("<div class=\"mdc-tab\" data-view=\"%1\" onclick=\"pickTab(this)\">%2</div>")
-                       .arg(i == 3 ? QStringLiteral("@mandate") : i == 2 ? QStringLiteral("@counter") : QStringLiteral("@banks"),
-                            QLatin1String(tabs[i]));
-    payment += QStringLiteral("</div><div id=\"tabBody\"></div>");
+    QString payment = QStringLiteral(R"h(<h2>Select Payment Mode</h2><div class="tabs">)h");
+    for (const char *tab : {"Net Banking", "Debit Card", "Pay at Bank Counter", "RTGS/NEFT", "Payment Gateway"})
+        payment += QStringLiteral(R"h(<div class="mdc-tab" data-view="%1" onclick="pickTab(this)">%2</div>)h")
+                       .arg(QLatin1String(tab) == QLatin1String("RTGS/NEFT") ? "@mandate" : "@banks", QLatin1String(tab));
+    payment += QStringLiteral(R"h(</div><div id="tabBody"></div>)h");
     setView(QStringLiteral("/dashboard/e-pay-tax/add-payment-details"), payment);
     setView(QStringLiteral("/e-pay-tax-prelogin/e-pay-tax/add-payment-details"), payment);
-    const QString banks = QStringLiteral("<mat-radio-group><mat-radio-button data-key=\"otherBank\" value=\"yes\" "
-                                         "data-show=\"otherBankList\">Other Bank</mat-radio-button></mat-radio-group>"
-                                         "<div id=\"otherBankList\"></div>");
-    setView(QStringLiteral("@banks"), banks);
-    setView(QStringLiteral("@counter"),
-            QStringLiteral("<mat-radio-group><mat-radio-button data-key=\"subMode\" value=\"CA\">Cash</mat-radio-button>"
-                           "<mat-radio-button data-key=\"subMode\" value=\"CQ\">Cheque</mat-radio-button>"
-                           "<mat-radio-button data-key=\"subMode\" value=\"DD\">Demand Draft</mat-radio-button></mat-radio-group>")
-                + banks);
-    setView(QStringLiteral("@mandate"), QStringLiteral("<p>Generate the mandate form and pay at your bank.</p>"));
-    setView(QStringLiteral("@bankList"),
-            QStringLiteral("<mat-select id=\"mat-select-4\" data-key=\"bank\" data-options=\"SBIN:State Bank Of India|"
-                           "HDFC:HDFC Bank|ICIC:ICICI Bank|UTIB:Axis Bank|CNRB:Canara Bank\"><span class=\"value\">Select Bank</span>"
-                           "</mat-select>"));
-
-    setView(QStringLiteral("/e-pay-tax-prelogin/user-details"),
-            QStringLiteral("<h2>Enter Details</h2><input id=\"pantan\" placeholder=\"PAN/TAN\">"
-                           "<input formcontrolname=\"confirmPanTan\" placeholder=\"Confirm PAN/TAN\">"
-                           "<input id=\"phone\" placeholder=\"Mobile No.\"><div id=\"pageError\"></div>"
-                           "<button onclick=\"toPantan()\"> Continue </button>"));
-    setView(QStringLiteral("/e-pay-tax-prelogin/mob-otp"),
-            QStringLiteral("<h2>OTP verification</h2><p>Enter the 6 digit OTP sent to your mobile</p>"
-                           "<input type=\"password\" maxlength=\"6\"><div id=\"pageError\"></div>"
-                           "<button onclick=\"verifyOtp()\">Verify</button>"));
-    setView(QStringLiteral("/e-pay-tax-prelogin/success-prelogin"),
-            QStringLiteral("<p>You have successfully verified through mobile OTP</p>"
-                           "<button onclick=\"go('/e-pay-tax-prelogin/e-pay-tax/tiles')\">Continue</button>"));
-
 }
 
 MockItdPortal::MockItdPortal()
@@ -343,10 +276,11 @@ MockItdPortal::MockItdPortal()
     });
 }
 
-bool MockItdPortal::start()
+bool MockItdPortal::start(const QString &userId, const QString &password)
 {
     if (!m_home.start() || !m_services.start())
         return false;
+    setAccount(userId, password);
     Settings::setValue(QStringLiteral("portal/efilingHome"), m_home.baseUrl());
     Settings::setValue(QStringLiteral("portal/efilingServices"), m_services.baseUrl());
     return true;
@@ -356,11 +290,6 @@ void MockItdPortal::setAccount(const QString &userId, const QString &password)
 {
     m_userId = userId;
     m_password = password;
-}
-
-void MockItdPortal::setView(const QString &route, const QString &html)
-{
-    m_views.insert(route, html);
 }
 
 QJsonObject MockItdPortal::received(IOnlineAction &browser)

@@ -28,13 +28,9 @@ public:
 
     MockItdPortal();
 
-    // Starts both hosts and points the settings portal/efilingHome and
-    // portal/efilingServices at them.
-    bool start();
-
-    MockPortal &home() { return m_home; }
-    MockPortal &services() { return m_services; }
-
+    // Starts both hosts, points the settings portal/efilingHome and portal/efilingServices
+    // at them, and takes that account.
+    bool start(const QString &userId = {}, const QString &password = {});
     void setAccount(const QString &userId, const QString &password);
     // How the next logins are answered; MaxAttempts gives the popup once, then a forced
     // login is let in.
@@ -45,16 +41,15 @@ public:
     QString authToken() const { return m_token; }
 
     // A page of the services app: route as after "#" ("/dashboard/e-pay-tax/tiles").
-    void setView(const QString &route, const QString &html);
+    void setView(const QString &route, const QString &html) { m_views.insert(route, html); }
     // The pages as they were at the start; "@profile" is the profile prompt over the
     // dashboard, "@maxAttempts" the popup of the password page.
     void resetViews();
-    QString servicesPage() const;
 
     // What the new payment's pages were given, as the browser showing them keeps it: "act",
     // "assessmentYear", "tile", "minorHead", "majorHead", "deducteeType", "breakup" (by
     // input id), "demandRefNum", "sections" (rows of section, amount, interest, fee,
-    // penalty, others), "mode", "subMode", "otherBank", "bank" (its code); without login
+    // penalty, others), "mode", "otherBank", "bank" (its code); without login
     // "pantan", "confirmPanTan", "phone".
     static QJsonObject received(IOnlineAction &browser);
     // The OTP the pre-login page accepts.
@@ -72,6 +67,7 @@ public:
     static QString draftPath() { return QStringLiteral("/iec/PaymentAPI/auth/challan/savedraft"); }
 
 private:
+    QString servicesPage() const;
     MockPortal::Reply login(const MockPortal::Request &request);
     MockPortal::Reply draft(const MockPortal::Request &request);
 

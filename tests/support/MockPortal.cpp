@@ -22,25 +22,10 @@ QString MockPortal::Request::field(const QString &name) const
     return QUrlQuery(QString::fromUtf8(form)).queryItemValue(name, QUrl::FullyDecoded);
 }
 
-MockPortal::MockPortal(QObject *parent)
-    : QAbstractHttpServer(parent)
-{
-}
-
 bool MockPortal::start()
 {
     m_port = listen(QHostAddress::LocalHost, 0);
     return m_port != 0;
-}
-
-QString MockPortal::baseUrl() const
-{
-    return QStringLiteral("http://127.0.0.1:%1").arg(m_port);
-}
-
-QString MockPortal::url(const QString &path) const
-{
-    return baseUrl() + path;
 }
 
 void MockPortal::setPage(const QString &path, const QString &html, const QList<QByteArray> &setCookies)
@@ -49,16 +34,6 @@ void MockPortal::setPage(const QString &path, const QString &html, const QList<Q
     reply.body = html.toUtf8();
     reply.setCookies = setCookies;
     setReply(path, reply);
-}
-
-void MockPortal::setReply(const QString &path, const Reply &reply)
-{
-    m_handlers.insert(path, [reply](const Request &) { return reply; });
-}
-
-void MockPortal::setHandler(const QString &path, Handler handler)
-{
-    m_handlers.insert(path, std::move(handler));
 }
 
 MockPortal::Request MockPortal::lastRequest(const QString &path) const

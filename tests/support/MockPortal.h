@@ -31,21 +31,22 @@ public:
     };
     using Handler = std::function<Reply(const Request &)>;
 
-    explicit MockPortal(QObject *parent = nullptr);
+    explicit MockPortal(QObject *parent = nullptr) : QAbstractHttpServer(parent) {}
 
     bool start();
     quint16 port() const { return m_port; }
-    QString baseUrl() const;                     // "http://127.0.0.1:PORT"
-    QString url(const QString &path) const;      // baseUrl() + path
+    QString baseUrl() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
+    QString url(const QString &path) const { return baseUrl() + path; }
 
     void setPage(const QString &path, const QString &html, const QList<QByteArray> &setCookies = {});
-    void setReply(const QString &path, const Reply &reply);
-    void setHandler(const QString &path, Handler handler);   // a reply made per request
+    void setReply(const QString &path, const Reply &reply)
+    {
+        m_handlers.insert(path, [reply](const Request &) { return reply; });
+    }
+    void setHandler(const QString &path, Handler handler) { m_handlers.insert(path, std::move(handler)); }
 
-    const QList<Request> &requests() const { return m_requests; }
     // The last request to that path; an empty one (no method) when there was none.
     Request lastRequest(const QString &path) const;
-    void clearRequests() { m_requests.clear(); }
 
 protected:
     bool handleRequest(const QHttpServerRequest &request, QTcpSocket *socket) override;
