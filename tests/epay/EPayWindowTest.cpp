@@ -34,11 +34,9 @@ public:
     static inline bool loginSucceeds = true;
 
     void InitMe(const QString &exePath, const QString &logFile, const QString &tmpPath, double, double, double,
-                Progress progress) override
+                Progress) override
     {
         calls << QStringLiteral("InitMe %1 %2 %3").arg(exePath.isEmpty() ? "-" : "exe", logFile, tmpPath.isEmpty() ? "-" : "tmp");
-        if (progress)
-            progress(QStringLiteral("Opening Home Page ..."));
     }
     void setCancelCheck(std::function<bool()>) override {}
     bool LoginWHR_CL(const QString &loginId, const QString &password) override
@@ -187,14 +185,14 @@ private slots:
         QCOMPARE(back[1].code, QStringLiteral("1024"));
     }
 
-    // What the operator chose on the form reaches the flow as the portal's codes.
+    // What the operator chose on the form reaches the flow as the portal's codes (net banking:
+    // EPayWindowFlowTest).
     void modeAndBankReachTheFlow_data()
     {
         QTest::addColumn<int>("tab");
         QTest::addColumn<int>("option");
         QTest::addColumn<QString>("bank");
         QTest::addColumn<QString>("expected");   // mode|sub-mode|bank|description
-        QTest::newRow("net banking") << 0 << -1 << "State Bank Of India" << "EPY|IB|SBIN|e-Payment/Internet Banking";
         QTest::newRow("counter, cheque") << 2 << 1 << "Dhanlaxmi Bank Limited" << "OTC|CQ|DLXB|Pay at Bank Counter";
         QTest::newRow("RTGS/NEFT") << 3 << -1 << "" << "NER|||RTGS/NEFT";
         QTest::newRow("gateway") << 4 << -1 << "Axis Bank" << "EPY|PG|UTIB|e-Payment/Internet Banking";
@@ -216,32 +214,53 @@ private slots:
         QCOMPARE(p.sections.size(), 2);
     }
 
-    void choiceChecked_data()
+    // Refused at the choice of mode and bank (the login not shown) or at the login; "": the
+    // login shows.
+    void refusals_data()
     {
         QTest::addColumn<int>("tab");
         QTest::addColumn<bool>("bank");
         QTest::addColumn<int>("option");
-        QTest::addColumn<QString>("message");   // empty: the login shows
-        QTest::newRow("no bank") << 0 << false << -1 << "Please select bank.";
-        QTest::newRow("counter, no bank") << 2 << false << 1 << "Please select bank.";
-        QTest::newRow("counter, no mode") << 2 << true << -1 << "Please select payment mode.";
-        QTest::newRow("counter, cheque") << 2 << true << 1 << "";
-        QTest::newRow("RTGS needs no bank") << 3 << false << -1 << "";
+        QTest::addColumn<int>("button");      // 2 check login, 1 without login
+        QTest::addColumn<bool>("proceed");
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("secret");  // password, or mobile without login
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no bank") << 0 << false << -1 << 2 << false << Tan << "" << "Please select bank.";
+        QTest::newRow("counter, no bank") << 2 << false << 1 << 2 << false << Tan << "" << "Please select bank.";
+        QTest::newRow("counter, no mode") << 2 << true << -1 << 2 << false << Tan << "" << "Please select payment mode.";
+        QTest::newRow("counter, cheque") << 2 << true << 1 << 2 << false << Tan << "" << "";
+        QTest::newRow("RTGS needs no bank") << 3 << false << -1 << 2 << false << Tan << "" << "";
+        QTest::newRow("no password") << 0 << true << -1 << 2 << true << Tan << "" << "Please specify Password !";
+        QTest::newRow("no TAN") << 0 << true << -1 << 2 << true << "" << "x" << "Please specify TAN !";
+        QTest::newRow("OTP, no mobile") << 0 << true << -1 << 1 << true << Tan << "" << "Please specify Mobile No !";
     }
-    void choiceChecked()
+    void refusals()
     {
         QFETCH(int, tab);
         QFETCH(bool, bank);
         QFETCH(int, option);
+        QFETCH(int, button);
+        QFETCH(bool, proceed);
+        QFETCH(QString, id);
+        QFETCH(QString, secret);
         QFETCH(QString, message);
         auto w = open();
         chooseBank(w.get(), tab, bank ? QStringLiteral("HDFC Bank") : QString());
         if (option >= 0)
             w->optPBC()->button(option)->setChecked(true);
-        w->cmdePayITDClicked(2);
+        w->cmdePayITDClicked(button);
+        if (proceed) {
+            w->TxtTAN()->setText(id);
+            (button == 1 ? w->txtMobile() : w->TxtPwd())->setText(secret);
+            w->CmdProceedClicked();
+        }
+        QCOMPARE(m_dialogs.asked.size(), message.isEmpty() ? 0 : 1);
         QCOMPARE(m_dialogs.asked.isEmpty() ? QString() : m_dialogs.asked.first().message, message);
-        QCOMPARE(w->famLogin()->isVisible(), message.isEmpty());
-        QCOMPARE(w->famMain()->isEnabled(), !message.isEmpty());
+        QCOMPARE(w->famLogin()->isVisible(), proceed || message.isEmpty());
+        if (!proceed)
+            QCOMPARE(w->famMain()->isEnabled(), !message.isEmpty());
+        QVERIFY(!w->famprog()->isVisible());
     }
 
     void loginPanelByButton_data()
@@ -267,34 +286,6 @@ private slots:
         QCOMPARE(w->TxtPwd()->isVisible(), !mobile);
         QCOMPARE(w->findChild<QWidget *>("ChkShow")->isVisible(), !mobile);
         QCOMPARE(w->lblTAN()->text(), idLabel);
-    }
-
-    void proceedChecksTheLogin_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("secret");   // password, or mobile without login
-        QTest::addColumn<QString>("message");
-        QTest::newRow("no password") << 2 << Tan << "" << "Please specify Password !";
-        QTest::newRow("no TAN") << 2 << "" << "x" << "Please specify TAN !";
-        QTest::newRow("OTP, no mobile") << 1 << Tan << "" << "Please specify Mobile No !";
-    }
-    void proceedChecksTheLogin()
-    {
-        QFETCH(int, index);
-        QFETCH(QString, id);
-        QFETCH(QString, secret);
-        QFETCH(QString, message);
-        auto w = open();
-        chooseBank(w.get(), 0, QStringLiteral("HDFC Bank"));
-        w->cmdePayITDClicked(index);
-        w->TxtTAN()->setText(id);
-        (index == 1 ? w->txtMobile() : w->TxtPwd())->setText(secret);
-        w->CmdProceedClicked();
-        QCOMPARE(m_dialogs.asked.size(), 1);
-        QCOMPARE(m_dialogs.asked.first().message, message);
-        QVERIFY(!w->famprog()->isVisible());
-        QVERIFY(w->famLogin()->isVisible());
     }
 
     // The run ends with the step's message and the form ready again; nothing is left running.

@@ -19,36 +19,17 @@ namespace {
 const QString Code = QStringLiteral("D01");
 const QString Tan = QStringLiteral("BLRA12345B");
 
-// Sealed under a key that this desk does not have.
-QString sealedElsewhere(const QString &password)
-{
-    QFile key(PortalSecret::keyFile());
-    QByteArray ours;
-    if (key.open(QIODevice::ReadOnly))
-        ours = key.readAll();
-    key.close();
-    QFile::remove(PortalSecret::keyFile());
-    QString stored;
-    PortalSecret::seal(password, stored);
-    QFile::remove(PortalSecret::keyFile());
-    if (!ours.isEmpty() && key.open(QIODevice::WriteOnly)) {
-        key.write(ours);
-        key.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    }
-    return stored;
-}
-
-// "<sealed>x": x sealed here; "<elsewhere>x": x sealed at another desk; else as written.
+// "<sealed>x": x sealed here; "<key lost>x": x sealed, then the key file lost; else as written.
 QString storedForm(const QString &given)
 {
-    if (given.startsWith(QLatin1String("<sealed>"))) {
-        QString stored;
-        PortalSecret::seal(given.mid(8), stored);
-        return stored;
-    }
-    if (given.startsWith(QLatin1String("<elsewhere>")))
-        return sealedElsewhere(given.mid(11));
-    return given;
+    const bool lost = given.startsWith(QLatin1String("<key lost>"));
+    if (!lost && !given.startsWith(QLatin1String("<sealed>")))
+        return given;
+    QString stored;
+    PortalSecret::seal(given.mid(lost ? 10 : 8), stored);
+    if (lost)
+        QFile::remove(PortalSecret::keyFile());
+    return stored;
 }
 
 QString opened(const QString &stored)
@@ -114,7 +95,7 @@ private slots:
                                            << "Common#Pass2" << false;
         QTest::newRow("own password") << "<sealed>Own#Pass4" << QStringList() << "Own#Pass4" << false;
         QTest::newRow("stored in clear before") << "Legacy#Pass5" << QStringList() << "Legacy#Pass5" << false;
-        QTest::newRow("sealed at another desk") << "<elsewhere>Own#Pass4" << QStringList() << "" << true;
+        QTest::newRow("key file lost") << "<key lost>Own#Pass4" << QStringList() << "" << true;
     }
     void fill()
     {
