@@ -1,4 +1,5 @@
-// Challans through tdsforms-cli: import with a refusal, export, replace, print.
+// Challans and the section list through tdsforms-cli: import with a refusal, export,
+// replace, print; the sections of a year and the usage errors.
 #include "CliRun.h"
 #include "TestRegistry.h"
 
@@ -54,7 +55,7 @@ private slots:
                                                           QJsonObject{{"key", "22"}, {"tax", "2500.5"}}}}};
         const QJsonObject refused{{"form", "old"}, {"challan_dt", "1/8/2024"}, {"paynat", "57"}};
         const QJsonObject older{{"form", "old"}, {"challan_no", "9"}, {"challan_dt", "1/8/2024"}, {"paynat", "4"},
-                                {"tax", "1000"}, {"paymode", "Cash"}};
+                                {"tax", "1000"}, {"paymode", "Debit to A/c"}};
         CliRun r = import("2025-26", {current, refused, older});
         QCOMPARE(r.exitCode, 1);
         QCOMPARE(r.out, QStringLiteral("1\n2\n"));
@@ -69,6 +70,11 @@ private slots:
         QCOMPARE(first["bank_nm"].toString(), QStringLiteral("O'NEIL CO-OP BANK"));
         QCOMPARE(first["sections"].toArray().size(), 2);
         QCOMPARE(all[1].toObject()["paynat"].toString(), QStringLiteral("4"));
+        // The options stored as the form's comp and pay-mode word, and read back.
+        QCOMPARE(first["paymode"].toString(), QStringLiteral("Cheque"));
+        QCOMPARE(all[1].toObject()["paymode"].toString(), QStringLiteral("Debit to A/c"));
+        QVERIFY(first["company"].toBool() && first["regular_assessment"].toBool());
+        QVERIFY(!all[1].toObject()["company"].toBool() && !all[1].toObject()["regular_assessment"].toBool());
 
         // Printed with the words of 34,801.50 by place, the head line of 194C and 206C-A.
         const QString text = printed("2025-26", 1);
@@ -101,6 +107,41 @@ private slots:
         QVERIFY(text.contains(QLatin1String("Tax Year")));
         QVERIFY(text.contains(QLatin1String("427")));
         QVERIFY(!text.contains(QLatin1String("Assessmant")));
+    }
+
+    void sections_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<QString>("firstLine");
+        QTest::newRow("built-in list")
+            << QStringList{"--year", "2025-26"} << 0 << 68
+            << "0|92A|192 - Payment to Govt. Employees other than Union Govt. employees";
+        QTest::newRow("seeded section file") << QStringList{"--year", "2027-28"} << 0 << 92
+                                             << "1001|192|1001 : [192] - Section 392 - Salary-Salary paid to Union Government employees";
+        QTest::newRow("missing key") << QStringList{"--get-code", "57", "--year", "2025-26"} << 0 << 1 << "";
+        QTest::newRow("no year") << QStringList{"--get-li", "5"} << 2 << 0 << "";
+        QTest::newRow("not a year") << QStringList{"--year", "2025-27"} << 2 << 0 << "";
+    }
+    void sections()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, exitCode);
+        QFETCH(int, lines);
+        QFETCH(QString, firstLine);
+        const CliRun r = cli(QStringList{"sections"} + args);
+        QCOMPARE(r.exitCode, exitCode);
+        if (exitCode != 0) {
+            QVERIFY(r.out.isEmpty());
+            QVERIFY(r.err.contains(QLatin1String("usage: tdsforms-cli sections")));
+            return;
+        }
+        QVERIFY2(r.err.isEmpty(), qPrintable(r.err));
+        QVERIFY(r.out.endsWith(QLatin1Char('\n')));
+        const QStringList got = r.out.chopped(1).split(QLatin1Char('\n'));
+        QCOMPARE(got.size(), lines);
+        QCOMPARE(got.first(), firstLine);
     }
 };
 

@@ -64,38 +64,6 @@ private slots:
                  older ? QStringList() : QStringList{"1|7|1000|40"});
     }
 
-    // comp and the pay-mode word from the options; a stored word is read back to its option.
-    void compAndPayMode_data()
-    {
-        QTest::addColumn<bool>("company");
-        QTest::addColumn<int>("payType");
-        QTest::addColumn<int>("payMode");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("company, regular assessment, cash") << true << 1 << int(ChallanForm::Cash) << "3|Cash";
-        QTest::newRow("non-company, by taxpayer, debit") << false << 0 << int(ChallanForm::DebitToAccount) << "0|Debit to A/c";
-        QTest::newRow("company, no option") << true << 0 << int(ChallanForm::NoPayMode) << "1|Cheque";
-    }
-    void compAndPayMode()
-    {
-        QFETCH(bool, company);
-        QFETCH(int, payType);
-        QFETCH(int, payMode);
-        QFETCH(QString, stored);
-        ChallanForm f(ChallanForm::Kind::Current);
-        QVERIFY(f.load());
-        fill(f, QStringLiteral("1"));
-        f.setCompany(company);
-        f.setPayType(payType);
-        f.setPayMode(payMode);
-        QVERIFY(f.update());
-        QCOMPARE(rows(QStringLiteral("Select comp, paymode From Challan_ZeltOth")), QStringList{stored});
-        QVERIFY(f.load());
-        QVERIFY(f.select(1));
-        QCOMPARE(f.company(), company);
-        QCOMPARE(f.payType(), payType);
-        QCOMPARE(f.payModeWord(), stored.section(QLatin1Char('|'), 1));
-    }
-
     // Modify updates in place (the challan number too); copy takes the sections along;
     // delete removes the header only.
     void updateCopyDelete()

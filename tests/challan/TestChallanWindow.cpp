@@ -1,21 +1,16 @@
 // The two challan windows from the keyboard: a challan typed and saved with its section
 // chosen in the picker, rows of the list loaded, refusals and where they leave the cursor,
-// the questions of Escape, a failed load, and the access keys.
+// the questions of Escape, and a failed load. Unique access keys: tests/app TestKeyboard.
 #include "../forms/FormsFixture.h"
 #include "ScriptedDialogs.h"
 #include "TestRegistry.h"
 
 #include "challan/ChallanWindow.h"
-#include "entry/FormRegistry.h"
 #include "ui/SlotFields.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMap>
 #include <QTableWidget>
 #include <QTest>
 #include <memory>
@@ -33,24 +28,6 @@ void type(const QString &text)
 {
     for (const QChar c : text)
         QTest::keyClick(focused(), c.toLatin1());
-}
-
-// The access keys claimed under root, each with the texts that claim it.
-QMap<QString, QStringList> accessKeys(const QWidget *root)
-{
-    QMap<QString, QStringList> keys;
-    for (QWidget *w : root->findChildren<QWidget *>()) {
-        QString text;
-        if (auto *label = qobject_cast<QLabel *>(w))
-            text = label->text();
-        else if (auto *button = qobject_cast<QAbstractButton *>(w))
-            text = button->text();
-        else if (auto *group = qobject_cast<QGroupBox *>(w))
-            text = group->title();
-        if (const QString key = QKeySequence::mnemonic(text).toString(); !key.isEmpty())
-            keys[key] << text;
-    }
-    return keys;
 }
 
 QStringList rows(const QString &sql) { return FormsFixture::rows(sql); }
@@ -124,33 +101,6 @@ private slots:
         m_dialogs = ScriptedDialogs();
         QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From Challan_ZeltOth")));
         QVERIFY(modbase::dataObject()->ConQuery(QStringLiteral("Delete From Challan_TDSSec")));
-    }
-
-    void formsAndAccessKeys_data()
-    {
-        QTest::addColumn<bool>("current");
-        QTest::newRow("ChallanNew") << true;
-        QTest::newRow("Challan") << false;
-    }
-    void formsAndAccessKeys()
-    {
-        QFETCH(bool, current);
-        const FormDescriptor *form = FormRegistry::byOperation(QString::fromLatin1(QTest::currentDataTag()));
-        QVERIFY(form && form->window && form->logic);
-        std::unique_ptr<QDialog> w(form->window());
-        auto *challan = qobject_cast<ChallanWindow *>(w.get());
-        QVERIFY(challan);
-        QCOMPARE(challan->challan().kind(), current ? ChallanForm::Kind::Current : ChallanForm::Kind::Older);
-        auto *logic = dynamic_cast<ChallanForm *>(form->logic().get());
-        QVERIFY(logic && logic->kind() == challan->challan().kind());
-
-        // Each screen claims every key once, and none claims Alt+S, which saves.
-        const auto frame1 = accessKeys(w->findChild<QWidget *>("Frame1"));
-        for (auto it = frame1.cbegin(); it != frame1.cend(); ++it)
-            QVERIFY2(it.value().size() == 1, qPrintable(it.key() + ": " + it.value().join(", ")));
-        QVERIFY2(!frame1.contains("Alt+S"), qPrintable(frame1.value("Alt+S").join(", ")));
-        if (current)
-            QCOMPARE(accessKeys(w->findChild<QWidget *>("FrameSec")).keys(), QStringList{"Alt+B"});
     }
 
     void currentSavedByKeysOnly()
@@ -257,15 +207,6 @@ private slots:
 
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0, 1)).center());
         QTRY_COMPARE(text(w.get(), F::ChallanNo), QStringLiteral("101"));
-
-        // Modify locks the list and opens the fields; the changed number is saved.
-        press(Qt::Key_M, Qt::AltModifier);
-        QTRY_COMPARE(focusName(), QStringLiteral("txtfields_2"));
-        QVERIFY(!list->isEnabled());
-        type(QStringLiteral("1019"));
-        press(Qt::Key_S, Qt::AltModifier);
-        QTRY_COMPARE(rows("Select srno, challan_no From Challan_ZeltOth Order By srno"), (QStringList{"1|1019", "2|202"}));
-        QCOMPARE(rows("Select ChSrNo, PayNat From Challan_TDSSec Order By ChSrNo"), (QStringList{"1|7", "2|13"}));
     }
 
     // Alt+E hands the challan on the screen to the e-pay form: heads, amounts (up to 2026

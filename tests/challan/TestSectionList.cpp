@@ -1,9 +1,7 @@
 #include "TestRegistry.h"
 
-#include "challan/SectionCombo.h"
 #include "challan/SectionList.h"
 
-#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -168,18 +166,6 @@ private slots:
                  resident ? QString() : "Invalid Section Code : " + key + ". This is applicable for Non-Resident.");
         QCOMPARE(residentialRefusal(key, true),
                  nonResident ? QString() : "Invalid Section Code : " + key + ". This is applicable for Resident.");
-    }
-
-    void comboTakesTextsWithNumericKeys()
-    {
-        QComboBox combo;
-        combo.addItem(QStringLiteral("left over"));
-        SectionCombo::fillCombo(&combo, QStringLiteral("2026-27"), m_withoutFile.path());
-        QCOMPARE(combo.count(), 76);
-        QCOMPARE(combo.itemData(2), QVariant(39));
-        SectionCombo::fillCombo(&combo, QStringLiteral("2027-28"), m_withFile.path());
-        QCOMPARE(combo.count(), 2);
-        QCOMPARE(combo.itemData(1), QVariant(1039));
     }
 };
 
