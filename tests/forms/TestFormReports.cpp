@@ -96,23 +96,6 @@ private slots:
         QVERIFY(lines[sig - 1].endsWith(QStringLiteral("...............")));
     }
 
-    void storedFormPrintUsesTheSavedRow()
-    {
-        bool saved = false;
-        FormsFixture::withForm(QStringLiteral("15c"), {QStringLiteral("ASSESSING OFFICER O'HARA")},
-                               [&](auto &f) { saved = f.save(); });
-        QVERIFY(saved);
-        IReportObject *r = modbase::reportObject();
-        r->printtext(QStringLiteral("LEFT OVER FROM AN EARLIER REPORT"));
-        std::unique_ptr<FormLogic> logic = FormRegistry::byCliKey(QStringLiteral("15C"))->logic();
-        QVERIFY(logic->load());
-        r->NewReport();
-        logic->buildReport();
-        QVERIFY(r->reportText().contains(QStringLiteral("ASSESSING OFFICER O'HARA")));
-        QVERIFY(!r->reportText().contains(QStringLiteral("LEFT OVER")));
-        QCOMPARE(logic->documentName(), QStringLiteral("Form15C_D15_2024-25"));
-    }
-
     // A table that cannot be read: the form says so, shows nothing it could save over the
     // record, and refuses to save.
     void failedLoadNeverSaves()

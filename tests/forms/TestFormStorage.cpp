@@ -27,27 +27,6 @@ private slots:
         TestDatabase::removeLog();
     }
 
-    // A second save replaces the row instead of adding one; the form reads back what was typed.
-    void saveAndReload_data()
-    {
-        QTest::addColumn<QString>("form");
-        QTest::addColumn<QStringList>("fields");
-        QTest::newRow("15C apostrophe and backslash") << "15c" << QStringList{"O'BRIEN'S", "D'SOUZA ROAD", "C:\\HEAD", "  "};
-        QTest::newRow("15D non-ASCII") << "15d" << QStringList{"\u0906\u092f\u0915\u0930", "B", "C", "D", "E"};
-    }
-    void saveAndReload()
-    {
-        QFETCH(QString, form);
-        QFETCH(QStringList, fields);
-        QVERIFY(save(form, fields));
-        QVERIFY(save(form, {}));
-        QCOMPARE(FormsFixture::rows(QStringLiteral("Select * from Form") + form.toUpper()),
-                 QStringList{QString::number(modbase::GETPERIODCODEOTH()) + '|' + fields.join(QLatin1Char('|'))});
-        Form15CDLogic again(form == QLatin1String("15c") ? Form15CDLogic::Kind::C : Form15CDLogic::Kind::D);
-        again.load();
-        QCOMPARE(again.fields(), fields);
-    }
-
     void rowsBelongToTheirDeductorYear()
     {
         QVERIFY(save(QStringLiteral("15c"), {QStringLiteral("AO FOR 2024-25")}));

@@ -33,7 +33,11 @@ class TestFormWindows : public QObject
         field->setFocus(Qt::TabFocusReason);
         QTRY_VERIFY(field->hasFocus());
         field->selectAll();
-        QTest::keyClicks(field, text);
+        // Test keys are ASCII only: other letters come as an input method gives them.
+        if (QString::fromLatin1(text.toLatin1()) == text)
+            QTest::keyClicks(field, text);
+        else
+            field->insert(text);
     }
 
 private slots:
@@ -78,7 +82,8 @@ private slots:
     {
         const QString form = QStringLiteral("15C"), query = QStringLiteral("Select * from Form15C");
         const QStringList fields{"txtfields_0", "txtfields_1", "txtfields_2"};
-        const QStringList typed{"ito ward 1(2)", "d'souza road, mumbai", ""};
+        // Quotes, backslashes and letters beyond ASCII reach the row and come back.
+        const QStringList typed{"ito ward 1(2)", "d'souza road, c:\\mumbai", "\u0906\u092f\u0915\u0930"};
         {
             auto w = open(form);
             QVERIFY(w);
@@ -94,7 +99,7 @@ private slots:
             QTest::keyClick(w.get(), Qt::Key_S, Qt::AltModifier);
             QTRY_COMPARE(FormsFixture::rows(query).size(), 1);
             QCOMPARE(static_cast<FormWindow *>(w.get())->statusText(), QStringLiteral("Form ") + form + QStringLiteral(" saved"));
-            QVERIFY2(FormsFixture::rows(query).first().endsWith("|ITO WARD 1(2)|D'SOUZA ROAD, MUMBAI||"), qPrintable(FormsFixture::rows(query).first()));
+            QVERIFY2(FormsFixture::rows(query).first().endsWith("|ITO WARD 1(2)|D'SOUZA ROAD, C:\\MUMBAI|\u0906\u092f\u0915\u0930|"), qPrintable(FormsFixture::rows(query).first()));
             QCOMPARE(m_dialogs.asked.size(), 1);
             m_dialogs.answers.enqueue(true);
             QTest::keyClick(edit(w.get(), fields.last()), Qt::Key_Escape);
