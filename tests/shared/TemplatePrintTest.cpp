@@ -1,12 +1,11 @@
 // Template printing: the fill map as the report object receives it, the stops before any
-// report call, the temporary copy removed; printed amounts.
+// report call, the temporary copy removed.
 #include "TestRegistry.h"
 
 #include "RecordingReportObject.h"
 #include "ScriptedDialogs.h"
 #include "TestDatabase.h"
 #include "host/DataObject.h"
-#include "host/TextHelpers.h"
 #include "shared/TemplatePrint.h"
 #include "shared/modbase.h"
 
@@ -137,21 +136,6 @@ private slots:
         QCOMPARE(dialogs.asked.isEmpty() ? QString() : dialogs.asked[0].kind + ':' + dialogs.asked[0].message, message);
         QCOMPARE(m_report->calls(), QStringList());
         QVERIFY(TestDatabase::logText().isEmpty());
-    }
-
-    void indianAmounts_data()
-    {
-        QTest::addColumn<double>("amount");
-        QTest::addColumn<QString>("printed");
-        QTest::newRow("crore with paise") << 12345678.5 << "1,23,45,678.50";
-        QTest::newRow("negative thousand") << -1234.0 << "-1,234.00";
-        QTest::newRow("hundreds stay ungrouped") << 999.0 << "999.00";
-    }
-    void indianAmounts()
-    {
-        QFETCH(double, amount);
-        QFETCH(QString, printed);
-        QCOMPARE(TextHelpers::indianAmount(amount), printed);
     }
 };
 

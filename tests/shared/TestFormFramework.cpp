@@ -1,5 +1,5 @@
-// The shared form pieces on a real database: the transaction guard, the record form's
-// life cycle and its window driven by keys.
+// The shared form pieces on a real database: the transaction guard and the record form's
+// life cycle (its windows are walked by keys in the forms tests).
 #include "TestRegistry.h"
 
 #include "ScriptedDialogs.h"
@@ -10,15 +10,7 @@
 #include "shared/RecordForm.h"
 #include "shared/TransactionGuard.h"
 #include "shared/modbase.h"
-#include "ui/FormLayout.h"
-#include "ui/RecordWindow.h"
-#include "ui/SlotFields.h"
 
-#include <QApplication>
-#include <QBoxLayout>
-#include <QFormLayout>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTest>
 
 namespace {
@@ -57,32 +49,6 @@ protected:
                       .arg(periodText())
                       .arg(from));
     }
-};
-
-class RecWindow : public RecordWindow
-{
-public:
-    RecWindow() : RecordWindow(m_records, QStringLiteral("Test record"), nullptr)
-    {
-        QBoxLayout *panel = FormLayout::centredPanel(this, QStringLiteral("RECORD"), QString());
-        auto *form = new QFormLayout;
-        m_fields = new SlotFields(QStringLiteral("txtfields"), m_records.slotTable(), panel->parentWidget());
-        m_fields->addRows(form);
-        m_fields->bind(this, modbase::dataObject());
-        connect(m_fields, &SlotFields::valueChanged, this, [this](int i, const QString &t) { m_records.setValue(i, t); });
-        panel->addLayout(form);
-        addButtons(panel, QStringLiteral("&Print"));
-        formLoad();
-    }
-    SlotFields *fields() const { return m_fields; }
-
-private:
-    void showFields() override { m_fields->setValues(m_records.values()); }
-    void setFieldsReadOnly(bool readOnly) override { m_fields->setReadOnly(readOnly); }
-    void collectFields() override { m_records.setValues(m_fields->values()); }
-
-    TestRecords m_records;
-    SlotFields *m_fields = nullptr;
 };
 
 } // namespace
@@ -218,54 +184,6 @@ private slots:
         TestRecords racing(late);
         QVERIFY(addRecords(racing, {{"C"}}));
         QCOMPARE(rows(QStringLiteral("Select FormSrNo, Name From TbRec Order By FormSrNo")), (QStringList{"1|A", "2|B", "3|C"}));
-    }
-
-    // The window as a clerk uses it: keys only.
-    void windowByKeys()
-    {
-        ScriptedDialogs dialogs;
-        RecWindow w;
-        w.setDialogs(&dialogs);
-        w.show();
-        QVERIFY(QTest::qWaitForWindowActive(&w));
-        QTest::keyClick(&w, Qt::Key_A, Qt::AltModifier);
-        QTRY_VERIFY(w.recordForm().editing());
-        auto *name = static_cast<QLineEdit *>(w.fields()->widget(0));
-        QTRY_VERIFY(name->hasFocus());
-        QTest::keyClicks(name, QStringLiteral("ravi"));
-        QTest::keyClick(name, Qt::Key_Return);
-        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("abcde1234"));
-        // A refused PAN keeps the cursor and stops Alt+S.
-        QTest::keyClick(&w, Qt::Key_S, Qt::AltModifier);
-        QTRY_COMPARE(dialogs.asked.size(), 1);
-        QCOMPARE(dialogs.asked[0].message, QStringLiteral("Invalid PAN."));
-        QVERIFY(rows(QStringLiteral("Select * From TbRec")).isEmpty());
-        auto *pan = static_cast<QLineEdit *>(w.fields()->widget(1));
-        QVERIFY(pan->hasFocus());
-        pan->clear();
-        QTest::keyClick(pan, Qt::Key_Return);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1-6-20"));
-        // Saved by key without leaving the date: normalised first.
-        QTest::keyClick(&w, Qt::Key_S, Qt::AltModifier);
-        QTRY_COMPARE(rows(QStringLiteral("Select FormSrNo, Name, Dt From TbRec")), QStringList{"1|RAVI|01/06/2020"});
-        QCOMPARE(w.statusText(), QStringLiteral("Record 1 saved"));
-        QVERIFY(name->isReadOnly());
-
-        // Escape while editing asks to cancel; while browsing, to exit.
-        QTest::keyClick(&w, Qt::Key_M, Qt::AltModifier);
-        QTRY_VERIFY(w.recordForm().editing());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        QTRY_COMPARE(dialogs.asked.last().message,
-                     QStringLiteral("You are currently editing a record. Do you really want to cancel changes ?"));
-        QVERIFY(w.isVisible());
-        dialogs.answers.enqueue(true);
-        QTest::keyClick(&w, Qt::Key_Escape);
-        QTRY_VERIFY(!w.recordForm().editing());
-        dialogs.answers.enqueue(true);
-        QTest::keyClick(&w, Qt::Key_Escape);
-        QTRY_VERIFY(!w.isVisible());
-        QCOMPARE(dialogs.asked.last().message, QStringLiteral("Do you really want to exit ?"));
     }
 };
 

@@ -1,4 +1,4 @@
-// modbase: period codes, the state table, the error trap and its log.
+// modbase: period codes, the error trap and its log.
 #include "TestRegistry.h"
 
 #include "RecordingReportObject.h"
@@ -56,29 +56,6 @@ private slots:
         QCOMPARE(code, 0);
         const QStringList lines = logLines();
         QVERIFY2(!lines.isEmpty() && lines.last().endsWith(QStringLiteral("\tMODBASE\tGETPERIODCODEOTH")), qPrintable(lines.join(QLatin1Char('\n'))));
-    }
-
-    void stateCodes_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("code");
-        QTest::newRow("delhi no leading zero") << "DELHI" << "9";
-        QTest::newRow("capital chhattisgarh") << "CHHATTISGARH" << "";
-        QTest::newRow("case counts") << "Delhi" << "";
-    }
-    void stateCodes()
-    {
-        QFETCH(QString, name);
-        QFETCH(QString, code);
-        QCOMPARE(modbase::StateCodeFromName(name), code);
-    }
-
-    void noErrorWritesNoLog()
-    {
-        modbase::clearErr();
-        modbase::LogError();
-        QVERIFY(modbase::errorTrap(QStringLiteral("frm15c"), QStringLiteral("cmdupdate_Click"), [] {}));
-        QCOMPARE(TestDatabase::logText(), QString());
     }
 
     void trappedFailureIsLoggedOnceWithItsLocation()

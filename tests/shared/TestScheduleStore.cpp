@@ -78,14 +78,6 @@ private slots:
         QCOMPARE(stored(kForm + 1), QStringList{"1|OTHER||9|9"});
     }
 
-    void loadShowsStoredRows()
-    {
-        const Rows rows = ScheduleStore::load(*m_data, schedule(), kPeriod, kForm);
-        QCOMPARE(rows.size(), 3);
-        QCOMPARE(rows.first(), (QStringList{"ASHA", "01/04/2024", "100.00", "1"}));
-        QCOMPARE(ScheduleStore::load(*m_data, schedule(), kPeriod, 99), Rows{});
-    }
-
     // A row the server refuses: the three rows it was to replace stay as they were.
     void failedStoreKeepsTheRows()
     {
