@@ -1,4 +1,5 @@
-// The schedule grid driven by keys only: the cell rules, Enter walking out, rows added and deleted.
+// The schedule grid: rows added and deleted, the serials renumbered (its cells are walked by
+// keys in the October 2015 declaration window).
 #include "TestRegistry.h"
 
 #include "host/DataObject.h"
@@ -6,7 +7,6 @@
 #include "ui/FormWindow.h"
 #include "ui/ScheduleGrid.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
@@ -21,7 +21,6 @@ class TestScheduleGrid : public QObject
     std::unique_ptr<FormWindow> m_window;
     DataObject m_data;   // only its date helper is used: no connection needed
     ScheduleGrid *m_grid = nullptr;
-    QLineEdit *m_after = nullptr;
 
     static ScheduleLayout sample()
     {
@@ -36,7 +35,6 @@ class TestScheduleGrid : public QObject
             },
         };
     }
-    static QWidget *focused() { return QApplication::focusWidget(); }
     QStringList serials() const
     {
         QStringList out;
@@ -59,8 +57,6 @@ private slots:
         layout->addWidget(new QLineEdit);
         m_grid = new ScheduleGrid;
         layout->addWidget(m_grid);
-        m_after = new QLineEdit;
-        layout->addWidget(m_after);
         m_grid->setSchedule(sample());
         m_grid->setFieldBehaviour(m_window->fieldBehaviour());
         m_grid->setDataObject(&m_data);
@@ -68,22 +64,6 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
     void cleanup() { m_window.reset(); }
-
-    // Each finished cell is normalised: the date, the amount, an empty amount as Nil.
-    void enterWalksTheCellsAndLeaves()
-    {
-        m_grid->setRows({{"", "", "", ""}, {"", "", "", ""}});
-        enterGridAt(0, 1);
-        const QStringList typed{"a", "1-4-24", "15", "101-200", "b", "020424", "", "7"};
-        for (int i = 0; i < typed.size(); ++i) {
-            QCOMPARE(m_grid->currentRow(), i / 4);
-            QCOMPARE(m_grid->currentColumn(), i % 4 + 1);
-            QTest::keyClicks(focused(), typed[i]);   // the first letter opens the editor
-            QTest::keyClick(focused(), Qt::Key_Return);
-        }
-        QTRY_VERIFY(m_after->hasFocus());
-        QCOMPARE(m_grid->rows(), (Rows{{"A", "01/04/2024", "15.00", "101-200"}, {"B", "02/04/2024", "Nil", "7"}}));
-    }
 
     void rowsAddedAndDeleted()
     {
