@@ -84,8 +84,7 @@ private slots:
     void wordsByPlace()
     {
         QFETCH(QString, total);
-        QFETCH(QStringList, words);
-        QCOMPARE(ChallanPrint::wordsByPlace(total), words);
+        QTEST(ChallanPrint::wordsByPlace(total), "words");
     }
 
     void placeholderText_data()
@@ -112,13 +111,12 @@ private slots:
         QFETCH(Challan, challan);
         QFETCH(QString, asYear);
         QFETCH(QString, placeholder);
-        QFETCH(QString, text);
         QString found = QStringLiteral("<none>");
         for (const auto &[name, value] : ChallanPrint::placeholders(challan, asYear)) {
             if (name == placeholder)
                 found = value;
         }
-        QCOMPARE(found, text);
+        QTEST(found, "text");
     }
 
     // The seeded template holds exactly the placeholders filled (the command line's print

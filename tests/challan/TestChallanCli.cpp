@@ -129,7 +129,6 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(int, exitCode);
         QFETCH(int, lines);
-        QFETCH(QString, firstLine);
         const CliRun r = cli(QStringList{"sections"} + args);
         QCOMPARE(r.exitCode, exitCode);
         if (exitCode != 0) {
@@ -141,7 +140,7 @@ private slots:
         QVERIFY(r.out.endsWith(QLatin1Char('\n')));
         const QStringList got = r.out.chopped(1).split(QLatin1Char('\n'));
         QCOMPARE(got.size(), lines);
-        QCOMPARE(got.first(), firstLine);
+        QTEST(got.first(), "firstLine");
     }
 };
 

@@ -51,7 +51,6 @@ private slots:
     void storesThePositionalRow()
     {
         QFETCH(bool, older);
-        QFETCH(QString, stored);
         ChallanForm f(older ? ChallanForm::Kind::Older : ChallanForm::Kind::Current);
         f.setDialogs(&m_dialogs);
         QVERIFY(f.load());
@@ -59,7 +58,7 @@ private slots:
         QVERIFY2(f.update(), qPrintable(f.refusal() + f.saveError()));
         QCOMPARE(f.currentSerial(), 1);
         QCOMPARE(f.field(F::Total), older ? QStringLiteral("150.00") : QStringLiteral("1190.00"));
-        QCOMPARE(rows(QStringLiteral("Select * From Challan_ZeltOth")).value(0).replace(QLatin1String(".00"), QString()), stored);
+        QTEST(rows(QStringLiteral("Select * From Challan_ZeltOth")).value(0).replace(QLatin1String(".00"), QString()), "stored");
         QCOMPARE(rows(QStringLiteral("Select ChSrNo, PayNat, Tax, HEducess From Challan_TDSSec")),
                  older ? QStringList() : QStringList{"1|7|1000|40"});
     }
