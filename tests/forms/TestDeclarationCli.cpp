@@ -248,8 +248,6 @@ private slots:
         QTest::newRow("no such declaration") << print + QStringList{"--serial", "9", "--rtf", "x.rtf"} << QByteArray()
                                              << "no declaration 9";
         QTest::newRow("no serial") << print + QStringList{"--pdf", "x.pdf"} << QByteArray() << "give --serial N";
-        QTest::newRow("unknown deductor") << QStringList{"print", "15c", "--deductor", "NOBODY", "--year", "2025-26", "--text"}
-                                          << QByteArray() << "unknown deductor NOBODY";
         QTest::newRow("unknown form") << QStringList{"print", "15x", "--text"} + m_period << QByteArray() << "unknown form 15x";
     }
     void refused()
