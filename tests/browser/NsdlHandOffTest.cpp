@@ -21,20 +21,16 @@ QByteArray page(const QString &body)
 }
 
 const char *const kSelect = R"(<form name="selectform" action="/etaxnew/PopServlet?rKey=81" method="post">
-  <input type="radio" name="R2" value="280"><input type="radio" name="R2" value="281"> <input type="submit" value="Go">
-</form>)";
+  <input type="radio" name="R2" value="280"><input type="radio" name="R2" value="281"> <input type="submit" value="Go"></form>)";
 
 const char *const kChallan = R"(<form name="tax281" action="/etaxnew/pay" method="post">
   <input type="radio" name="MajorHead" value="0020"><input type="radio" name="MajorHead" value="0021">
   <input type="radio" name="MinorHead" value="200"><input type="radio" name="MinorHead" value="400">
-  <select name="NaturePayment"><option value="">Select</option><option>192 - Salary</option>
-    <option>94C - Payment to contractors</option><option>94J - Fees</option></select>
+  <select name="NaturePayment"><option value="">Select</option><option>192 - Salary</option><option>94C - Payment to contractors</option></select>
   <input name="TAN"><select name="AssessYear"><option>2024-25</option><option>2025-26</option></select>
   <input name="Add_Line1"><input name="Add_Line2"><input name="Add_Line3"><input name="Add_Line4"><input name="Add_Line5">
   <select name="Add_State"><option>KARNATAKA</option><option>MAHARASHTRA</option></select>
-  <input name="Add_PIN"><input name="Add_EMAIL"><input name="Add_MOBILE">
-  <input type="button" name="back" value="Back">
-</form>)";
+  <input name="Add_PIN"><input name="Add_EMAIL"><input name="Add_MOBILE"><input type="button" name="back" value="Back"></form>)";
 
 NsdlHandOff::Challan demoChallan(const QString &code)
 {
@@ -91,7 +87,6 @@ private slots:
     void fillsTheChallan()
     {
         QFETCH(QString, code);
-        QFETCH(QString, nature);
         std::shared_ptr<IOnlineAction> browser = HeadlessBrowser::create();
         QVERIFY(browser);
         QStringList progress;
@@ -103,7 +98,7 @@ private slots:
         const QString form = QStringLiteral("document.forms.tax281.");
         QCOMPARE(value(*browser, QStringLiteral("document.querySelector('input[name=MajorHead]:checked').value")), QStringLiteral("0020"));
         QCOMPARE(value(*browser, QStringLiteral("document.querySelector('input[name=MinorHead]:checked').value")), QStringLiteral("400"));
-        QCOMPARE(value(*browser, form + QStringLiteral("NaturePayment.selectedOptions[0].text")), nature);
+        QTEST(value(*browser, form + QStringLiteral("NaturePayment.selectedOptions[0].text")), "nature");
         QCOMPARE(value(*browser, form + QStringLiteral("TAN.value")), QStringLiteral("MUMD12345E"));
         QCOMPARE(value(*browser, form + QStringLiteral("AssessYear.value")), QStringLiteral("2025-26"));
         QCOMPARE(value(*browser, form + QStringLiteral("Add_Line5.value")), QStringLiteral("MUMBAI"));

@@ -19,7 +19,6 @@ QString page(const QString &body)
 
 const char *const ChallanForm = R"(
 <form name="tax281" action="/etaxnew/submit" method="post">
-  <input type="radio" name="MajorHead" value="0020"><input type="radio" name="MajorHead" value="0021">
   <input type="radio" name="MinorHead" value="200" checked><input type="radio" name="MinorHead" value="400">
   <select name="NaturePayment"><option value="">Select</option><option value="94C">194C - Contractors</option></select>
   <input name="Add_Line1"><input type="checkbox" id="agree" name="agree"><input type="checkbox" name="notify" checked>
@@ -70,8 +69,6 @@ private slots:
                          .toUtf8();
             return r;
         });
-        m_portal.setPage(QStringLiteral("/cookies"), page(QStringLiteral("<p>Logged in</p>")),
-                         {"AuthToken=tok-7f3a; Path=/; HttpOnly", "Lang=en; Path=/"});
 
         m_browser = HeadlessBrowser::create();
         QVERIFY(m_browser);
@@ -171,9 +168,6 @@ private slots:
         auto document = m_browser->CreateHtmlDocument();
         auto form = document ? document->Forms(QStringLiteral("tax281")) : nullptr;
         QVERIFY(form);
-        auto major = m_browser->getElementByTagOthAttrib(QStringLiteral("INPUT"), QStringLiteral("name,value"),
-                                                         QStringLiteral("MajorHead,0021"));
-        QVERIFY2(major && major->setChecked(true), qPrintable(m_browser->LastError()));
         auto nature = form->Item(QStringLiteral("NaturePayment"));
         QVERIFY(!nature->setTextSelected(QStringLiteral("195 - Non-residents")));
         QCOMPARE(nature->TextSelected(), QStringLiteral("Select"));
@@ -189,19 +183,10 @@ private slots:
         QVERIFY(m_browser->runScriptAndWait(QStringLiteral("return document.body.innerText;"), &shown));
         QCOMPARE(shown.toString(), QStringLiteral("Challan received"));
         const MockPortal::Request posted = m_portal.lastRequest(QStringLiteral("/etaxnew/submit"));
-        const QList<QPair<QString, QString>> expected{{"MajorHead", "0021"}, {"MinorHead", "200"}, {"NaturePayment", "94C"},
+        const QList<QPair<QString, QString>> expected{{"MinorHead", "200"}, {"NaturePayment", "94C"},
                                                       {"Add_Line1", "12, M.G. Road & Co"}, {"agree", "on"}, {"notify", "on"}};
         for (const auto &[name, value] : expected)
             QCOMPARE(posted.field(name), value);
-    }
-
-    // The session's token alone is read by the draft; all of them here.
-    void cookies()
-    {
-        QVERIFY(open(QStringLiteral("/cookies")));
-        QStringList all = m_browser->getCookiesITD().split(QStringLiteral("; "));
-        all.sort();
-        QCOMPARE(all, (QStringList{"AuthToken=tok-7f3a", "Lang=en"}));
     }
 };
 

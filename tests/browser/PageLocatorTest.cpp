@@ -78,8 +78,7 @@ private slots:
     {
         QFETCH(QString, wanted);
         QFETCH(QString, current);
-        QFETCH(bool, matches);
-        QCOMPARE(PageLocators::urlMatches(wanted, current), matches);
+        QTEST(PageLocators::urlMatches(wanted, current), "matches");
     }
 
     void judge_data()
