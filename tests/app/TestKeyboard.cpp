@@ -90,14 +90,6 @@ class TestKeyboard : public QObject
 
     ScriptedDialogs m_dialogs;
 
-    std::unique_ptr<DeductorDialog> openDeductor(const QString &code)
-    {
-        auto dialog = std::make_unique<DeductorDialog>(modbase::dataObject(), code);
-        dialog->setDialogs(&m_dialogs);
-        dialog->show();
-        return QTest::qWaitForWindowActive(dialog.get()) ? std::move(dialog) : nullptr;
-    }
-
     static void press(int key, Qt::KeyboardModifiers mods = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), mods);
@@ -174,8 +166,10 @@ private slots:
     // (No keeps what was typed), Alt+S saves and closes.
     void deductorByKeys()
     {
-        auto dialog = openDeductor(QString());
-        QVERIFY(dialog);
+        auto dialog = std::make_unique<DeductorDialog>(modbase::dataObject(), QString());
+        dialog->setDialogs(&m_dialogs);
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
         auto *tabs = dialog->findChild<QTabWidget *>();
         QStringList visited;
         QList<int> pages;

@@ -69,17 +69,6 @@ private slots:
         QTest::keyClicks(w, typed);
         QTEST(text(qPrintable(name)), "shown");
     }
-
-    void escapeAsksToExit()
-    {
-        focus(field("note"));
-        m_dialogs.answers << false << true;
-        QTest::keyClick(field("note"), Qt::Key_Escape);
-        QVERIFY(m_window->isVisible());
-        QVERIFY(m_window->close());   // closing any other way asks too
-        QCOMPARE(m_dialogs.asked.size(), 2);
-        QCOMPARE(m_dialogs.asked[0].message, QStringLiteral("Do you want to exit ?"));
-    }
 };
 
 TDS_TEST(TestFieldBehaviour)
