@@ -134,6 +134,21 @@ private slots:
         Settings::setValue(QStringLiteral("epay/externalActions"), false);
     }
 
+    // The clock reading as it stands, in 32 bits.
+    void dateToUnixTime_data()
+    {
+        QTest::addColumn<QDateTime>("when");
+        QTest::addColumn<qint32>("seconds");
+        QTest::newRow("no zone shift") << QDateTime(QDate(2026, 11, 22), QTime(10, 30, 15), Qt::LocalTime) << 1795343415;
+        QTest::newRow("last second") << QDateTime(QDate(2038, 1, 19), QTime(3, 14, 7)) << 2147483647;
+        QTest::newRow("past 32 bits") << QDateTime(QDate(2038, 1, 19), QTime(3, 14, 8)) << 0;
+    }
+    void dateToUnixTime()
+    {
+        QFETCH(QDateTime, when);
+        QTEST(frmePayITD::DateToUnixTime(when), "seconds");
+    }
+
     // Up to 2026 the portal has no fee box: the fee is paid under others.
     void feeUnderOthersUpTo2026_data()
     {
